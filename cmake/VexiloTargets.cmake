@@ -1,0 +1,59 @@
+# The one way to make a target: what every target of the project shares stands here and nowhere else.
+
+# Warnings hold for the sources we wrote: C++ generated from QML does not pass -Wshadow.
+set(VEXILO_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+    -Woverloaded-virtual)
+if(VEXILO_WARNINGS_AS_ERRORS)
+    list(APPEND VEXILO_WARNINGS -Werror)
+endif()
+
+function(vexilo_configure target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE")
+    target_sources(${target} PRIVATE ${arg_SOURCES})
+    target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${VEXILO_WARNINGS}")
+    target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS
+        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER)
+    if(VEXILO_SANITIZERS)
+        target_compile_options(${target} PRIVATE -fsanitize=${VEXILO_SANITIZERS}
+            -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=${VEXILO_SANITIZERS})
+    endif()
+endfunction()
+
+# vexilo_library(name SOURCES ... [PUBLIC targets] [PRIVATE targets])
+# A static library whose headers stand beside its sources. Only PUBLIC targets are seen by its users.
+function(vexilo_library target)
+    add_library(${target} STATIC)
+    target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    vexilo_configure(${target} ${ARGN})
+endfunction()
+
+# vexilo_qml_module(name URI uri [SOURCES ...] [QML_FILES ...] [PUBLIC targets] [PRIVATE targets])
+# A library with a QML module: compiled ahead of time and linked into the program.
+function(vexilo_qml_module target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES;RESOURCES;PUBLIC;PRIVATE;IMPORTS")
+    qt_add_library(${target} STATIC)
+    target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    qt_add_qml_module(${target}
+        URI ${arg_URI}
+        VERSION 1.0
+        RESOURCE_PREFIX /qt-project.org/imports
+        IMPORTS ${arg_IMPORTS}
+        DEPENDENCIES QtQuick ${arg_IMPORTS}
+        QML_FILES ${arg_QML_FILES}
+        RESOURCES ${arg_RESOURCES})
+    vexilo_configure(${target} SOURCES ${arg_SOURCES} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+endfunction()
+
+# vexilo_test(name SOURCES ... [LINKS targets])
+# A Qt Test program, run by CTest on a platform without a display.
+function(vexilo_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    qt_add_executable(${name})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    vexilo_configure(${name} SOURCES ${arg_SOURCES} PRIVATE Qt6::Test ${arg_LINKS})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_QUICK_BACKEND=software")
+endfunction()
