@@ -1,0 +1,25 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vexilo.Controls
+
+// A menu of the menu bar. Fill it with AppMenuItems.
+T.Menu {
+    id: menu
+
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    implicitWidth: Math.max(200, contentItem.childrenRect.width + leftPadding + rightPadding)
+    margins: 4
+    padding: 6
+
+    background: Rectangle {
+        border.color: Theme.line
+        color: Theme.card
+        radius: Theme.controlRadius
+    }
+    contentItem: ListView {
+        currentIndex: menu.currentIndex
+        implicitHeight: contentHeight
+        interactive: false
+        model: menu.contentModel
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vexilo.Controls
+
+// What every push button of the program shares: its ground, its states, its keys, and how assistive
+// software presses it. Buttons add what they show as their contentItem.
+T.Button {
+    id: button
+
+    // What assistive software calls the button.
+    property string accessibleName: button.text
+    property color contentColor: Theme.accentText
+    property color fill: "transparent"
+    property real radius: Theme.controlRadius
+
+    Accessible.name: button.accessibleName
+    Accessible.onPressAction: if (button.enabled) button.clicked()
+    Accessible.role: Accessible.Button
+    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: button.clicked()
+    hoverEnabled: true
+    implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
+    implicitWidth: Math.max(Theme.rowHeight, implicitContentWidth + leftPadding + rightPadding)
+    opacity: button.enabled ? 1 : 0.4
+
+    background: Rectangle {
+        color: button.fill
+        radius: button.radius
+
+        ControlFeedback {
+            down: button.down
+            hovered: button.hovered
+            radius: button.radius
+        }
+
+        FocusRing {
+            focused: button.activeFocus
+            radius: button.radius + 3
+            reason: button.focusReason
+        }
+    }
+}

@@ -1,0 +1,90 @@
+#include "DesktopWishes.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QVariantMap>
+
+using PortalSettings = QMap<QString, QVariantMap>; // values by namespace and key
+Q_DECLARE_METATYPE(PortalSettings)
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+
+const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
+const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
+
+/// The portal's numbers: 1 prefers dark, 2 prefers light, 0 and unknown ones neither.
+std::optional<ColorScheme> schemeFromPortal(const QVariant& value)
+{
+    switch (value.toUInt()) {
+    case 1:
+        return ColorScheme::Dark;
+    case 2:
+        return ColorScheme::Light;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+DesktopWishes::DesktopWishes()
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        m_known = true;
+        return;
+    }
+    // Qt 6.4 connects no slot whose parameter types it has not met.
+    qRegisterMetaType<QDBusVariant>();
+    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+        SLOT(onSettingChanged(QString, QString, QDBusVariant)));
+    readAll();
+}
+
+void DesktopWishes::readAll()
+{
+    qDBusRegisterMetaType<PortalSettings>();
+    QDBusMessage call
+        = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
+    call << QStringList { appearanceSpace, gnomeSpace };
+    auto* const watcher
+        = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<PortalSettings> reply = *watcher;
+        const PortalSettings settings = reply.isError() ? PortalSettings() : reply.value();
+        for (auto space = settings.cbegin(); space != settings.cend(); ++space) {
+            for (auto it = space->cbegin(); it != space->cend(); ++it)
+                take(space.key(), it.key(), it.value());
+        }
+        answer();
+    });
+}
+
+void DesktopWishes::onSettingChanged(
+    const QString& space, const QString& key, const QDBusVariant& value)
+{
+    take(space, key, value.variant());
+    answer();
+}
+
+void DesktopWishes::take(const QString& space, const QString& key, const QVariant& value)
+{
+    if (space == appearanceSpace && key == QLatin1String("color-scheme"))
+        m_colorScheme = schemeFromPortal(value);
+    else if (space == gnomeSpace && key == QLatin1String("enable-animations"))
+        m_reducedMotion = !value.toBool();
+}
+
+void DesktopWishes::answer()
+{
+    m_known = true;
+    Q_EMIT changed();
+}

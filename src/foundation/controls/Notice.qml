@@ -1,0 +1,11 @@
+import QtQuick
+import Vexilo.Controls
+
+// A short remark that takes no room while there is nothing to say, and is spoken when it appears.
+BodyText {
+    Accessible.name: text
+    Accessible.role: Accessible.Notification
+    color: Theme.invalid
+    font.pixelSize: Theme.smallFontSize
+    visible: text !== ""
+}

@@ -1,0 +1,7 @@
+import QtQml
+
+// One segment of a SegmentedPicker.
+QtObject {
+    required property string icon
+    required property string name
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Appearance.h"
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+// Type sizes and spacing of the screens, in points (device-independent pixels).
+inline constexpr double fontSize1 = 18.0;
+inline constexpr double fontSize2 = 22.0;
+inline constexpr double fontSize3 = 24.0;
+inline constexpr double lineSpace = 10.0;
+
+/// The look, as views bind to it: colours of the window's colour scheme, sizes, times.
+class Theme : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark READ dark NOTIFY changed)
+    /// Whether the user's script runs from right to left, and the layout with it.
+    Q_PROPERTY(bool rightToLeft READ rightToLeft CONSTANT)
+    Q_PROPERTY(QColor page READ page NOTIFY changed)
+    Q_PROPERTY(QColor card READ card NOTIFY changed)
+    Q_PROPERTY(QColor line READ line NOTIFY changed)
+    Q_PROPERTY(QColor text READ text NOTIFY changed)
+    Q_PROPERTY(QColor softText READ softText NOTIFY changed)
+    Q_PROPERTY(QColor accentText READ accentText NOTIFY changed)
+    Q_PROPERTY(QColor controlFill READ controlFill NOTIFY changed)
+    Q_PROPERTY(QColor knob READ knob NOTIFY changed)
+    Q_PROPERTY(QColor on READ on NOTIFY changed)
+    Q_PROPERTY(QColor focus READ focus NOTIFY changed)
+    Q_PROPERTY(QColor invalid READ invalid NOTIFY changed)
+    Q_PROPERTY(QColor pressed READ pressed NOTIFY changed)
+    Q_PROPERTY(QColor hovered READ hovered NOTIFY changed)
+    Q_PROPERTY(QColor dim READ dim NOTIFY changed)
+    Q_PROPERTY(double fontSize1 MEMBER m_fontSize1 CONSTANT)
+    Q_PROPERTY(double fontSize2 MEMBER m_fontSize2 CONSTANT)
+    Q_PROPERTY(double fontSize3 MEMBER m_fontSize3 CONSTANT)
+    Q_PROPERTY(double bodyFontSize MEMBER m_bodyFontSize CONSTANT)
+    Q_PROPERTY(double smallFontSize MEMBER m_smallFontSize CONSTANT)
+    Q_PROPERTY(double lineSpace MEMBER m_lineSpace CONSTANT)
+    Q_PROPERTY(double rowHeight MEMBER m_rowHeight CONSTANT)
+    Q_PROPERTY(double rowPadding MEMBER m_rowPadding CONSTANT)
+    Q_PROPERTY(double cardRadius MEMBER m_cardRadius CONSTANT)
+    Q_PROPERTY(double controlRadius MEMBER m_controlRadius CONSTANT)
+    Q_PROPERTY(double margin MEMBER m_margin CONSTANT)
+    Q_PROPERTY(double columnWidth MEMBER m_columnWidth CONSTANT)
+    Q_PROPERTY(double sheetWidth MEMBER m_sheetWidth CONSTANT)
+    /// How long a movement takes, in milliseconds; 0 where the desktop asks for less motion.
+    Q_PROPERTY(int motion READ motion NOTIFY changed)
+
+public:
+    explicit Theme(QObject* parent = nullptr);
+
+    [[nodiscard]] bool dark() const { return m_appearance.colorScheme() == ColorScheme::Dark; }
+    [[nodiscard]] bool rightToLeft() const;
+    [[nodiscard]] int motion() const { return m_appearance.reducedMotion() ? 0 : 150; }
+    [[nodiscard]] QColor page() const { return palette().page; }
+    [[nodiscard]] QColor card() const { return palette().card; }
+    [[nodiscard]] QColor line() const { return palette().line; }
+    [[nodiscard]] QColor text() const { return palette().text; }
+    [[nodiscard]] QColor softText() const { return palette().softText; }
+    [[nodiscard]] QColor accentText() const { return palette().accentText; }
+    [[nodiscard]] QColor controlFill() const { return palette().controlFill; }
+    [[nodiscard]] QColor knob() const { return palette().knob; }
+    [[nodiscard]] QColor on() const { return palette().on; }
+    [[nodiscard]] QColor focus() const { return palette().focus; }
+    [[nodiscard]] QColor invalid() const { return palette().invalid; }
+    [[nodiscard]] QColor pressed() const { return palette().pressed; }
+    [[nodiscard]] QColor hovered() const { return palette().hovered; }
+    [[nodiscard]] QColor dim() const { return palette().dim; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    [[nodiscard]] const Palette& palette() const { return paletteFor(m_appearance.colorScheme()); }
+
+    Appearance m_appearance;
+    const double m_fontSize1 = fontSize1;
+    const double m_fontSize2 = fontSize2;
+    const double m_fontSize3 = fontSize3;
+    const double m_bodyFontSize = 15.0;
+    const double m_smallFontSize = 14.0;
+    const double m_lineSpace = lineSpace;
+    const double m_rowHeight = 44.0; // the least that a finger hits surely
+    const double m_rowPadding = 18.0;
+    const double m_cardRadius = 16.0;
+    const double m_controlRadius = 12.0;
+    const double m_margin = 24.0;
+    const double m_columnWidth = 640.0;
+    const double m_sheetWidth = 920.0;
+};

@@ -1,0 +1,151 @@
+#include "FigureText.h"
+#include "Icon.h"
+
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+namespace {
+
+QImage painted(QQuickPaintedItem& item, const QSizeF& size)
+{
+    item.setSize(size);
+    QImage image(size.toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    item.paint(&painter);
+    painter.end();
+    return image;
+}
+
+/// The part of the image that something was drawn on.
+QRect ink(const QImage& image)
+{
+    QRect bounds;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y).alpha() > 0)
+                bounds |= QRect(x, y, 1, 1);
+        }
+    }
+    return bounds;
+}
+
+double widthOf(FigureText& item, const char* text)
+{
+    item.setProperty("text", QString::fromUtf8(text));
+    return item.implicitWidth();
+}
+
+QString iconFolder() { return QStringLiteral(":/qt-project.org/imports/Vexilo/Controls/icons"); }
+
+} // namespace
+
+class PaintedItemsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void amountsWithAsManyDigitsAreEquallyWide()
+    {
+        FigureText figure;
+        QFont font(QStringLiteral("Inter"));
+        font.setPixelSize(26);
+        figure.setProperty("font", font);
+
+        const double ones = widthOf(figure, "$111.11");
+
+        QVERIFY(ones > 0.0);
+        QCOMPARE(widthOf(figure, "$888.88"), ones);
+        QCOMPARE(widthOf(figure, "$171.46"), ones);
+        QVERIFY(widthOf(figure, "$1,111.11") > ones);
+    }
+
+    void digitsOfOtherScriptsAreTabularToo()
+    {
+        FigureText figure;
+
+        QCOMPARE(widthOf(figure, "١١١"), widthOf(figure, "٨٥٦"));
+    }
+
+    void anAmountIsDrawnAtTheEndOfItsItem()
+    {
+        FigureText figure;
+        const double natural = widthOf(figure, "$100.00");
+
+        const QRect drawn = ink(painted(figure, { 3 * natural, 40 }));
+        figure.setProperty("mirrored", true);
+        const QRect mirrored = ink(painted(figure, { 3 * natural, 40 }));
+
+        QVERIFY(drawn.left() >= 2 * natural - 2);
+        QVERIFY(mirrored.right() <= natural + 2);
+        QVERIFY(!mirrored.isEmpty());
+    }
+
+    void aNarrowItemDrawsTheWholeAmountSmaller()
+    {
+        FigureText figure;
+        const double natural = widthOf(figure, "$1,234,567,890.00");
+
+        const QRect drawn = ink(painted(figure, { natural / 2, 40 }));
+
+        QVERIFY(drawn.width() > natural / 3);
+        QVERIFY(drawn.left() >= 0);
+        QVERIFY(drawn.right() < natural / 2);
+    }
+
+    void aRightToLeftAmountIsDrawnInsideItsItem()
+    {
+        FigureText figure;
+        const double natural = widthOf(figure, "\u200f١٬٢٣٤٫٥٠\u00a0ج.م.\u200f");
+
+        const QRect drawn = ink(painted(figure, { natural, 40 }));
+
+        QVERIFY(drawn.width() > natural / 2);
+    }
+
+    void everyIconIsDrawnInItsColour()
+    {
+        const QStringList files = QDir(iconFolder()).entryList();
+        QVERIFY(files.size() >= 13);
+        for (const QString& file : files) {
+            Icon icon;
+            icon.setProperty("name", QString(file).remove(QStringLiteral(".svg")));
+            icon.setProperty("color", QColor(Qt::red));
+
+            const QImage image = painted(icon, { 48, 48 });
+
+            const QRect drawn = ink(image);
+            QVERIFY2(drawn.width() >= 20 || drawn.height() >= 20, qPrintable(file));
+            bool solid = false;
+            for (int y = 0; y < 48; ++y) {
+                for (int x = 0; x < 48; ++x)
+                    solid = solid || image.pixelColor(x, y) == QColor(Qt::red);
+            }
+            QVERIFY2(solid, qPrintable(file));
+        }
+    }
+
+    void aMirroredIconIsTheOtherWayRound()
+    {
+        Icon icon;
+        icon.setProperty("name", QStringLiteral("arrow.uturn.backward"));
+        const QImage plain = painted(icon, { 48, 48 });
+        icon.setProperty("mirrored", true);
+        const QImage mirrored = painted(icon, { 48, 48 });
+
+        QVERIFY(plain != mirrored);
+        QCOMPARE(ink(mirrored).width(), ink(plain).width());
+    }
+
+    void anUnknownIconDrawsNothing()
+    {
+        Icon icon;
+        icon.setProperty("name", QStringLiteral("no.such.icon"));
+
+        QVERIFY(ink(painted(icon, { 48, 48 })).isEmpty());
+    }
+};
+
+QTEST_MAIN(PaintedItemsTest)
+#include "PaintedItemsTest.moc"

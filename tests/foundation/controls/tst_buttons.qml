@@ -1,0 +1,62 @@
+import QtQuick
+import QtTest
+import Vexilo.Controls
+
+TestCase {
+    id: test
+
+    property int presses: 0
+
+    height: 200
+    name: "Buttons"
+    visible: true
+    when: windowShown
+    width: 400
+
+    IconButton {
+        id: button
+
+        accessibleName: "Copy"
+        iconName: "doc.on.doc"
+        onClicked: ++test.presses
+    }
+
+    function init() {
+        test.presses = 0;
+        button.enabled = true;
+        button.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function test_theMousePressesIt() {
+        mouseClick(button);
+        compare(test.presses, 1);
+    }
+
+    function test_spaceReturnAndEnterPressIt_data() {
+        return [{ tag: "space", key: Qt.Key_Space }, { tag: "return", key: Qt.Key_Return }, { tag: "enter", key: Qt.Key_Enter }];
+    }
+
+    function test_spaceReturnAndEnterPressIt(data) {
+        keyClick(data.key);
+        compare(test.presses, 1);
+    }
+
+    function test_itIsLargeEnoughForAFinger() {
+        verify(button.width >= 44);
+        verify(button.height >= 44);
+    }
+
+    function test_aDisabledButtonIsNotPressed() {
+        button.enabled = false;
+        mouseClick(button);
+        button.Accessible.pressAction();
+        compare(test.presses, 0);
+    }
+
+    function test_assistiveSoftwarePressesIt() {
+        button.Accessible.pressAction();
+        compare(test.presses, 1);
+        compare(button.Accessible.name, "Copy");
+        compare(button.Accessible.role, Accessible.Button);
+    }
+}
