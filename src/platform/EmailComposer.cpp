@@ -1,0 +1,60 @@
+#include "EmailComposer.h"
+
+#include "PortalRequest.h"
+
+#include <QDesktopServices>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+
+namespace {
+
+QUrl mailtoUrl(const QString& subject, const QString& body)
+{
+    const QString address = QLatin1String("mailto:?subject=")
+        + QString::fromLatin1(QUrl::toPercentEncoding(subject)) + QLatin1String("&body=")
+        + QString::fromLatin1(QUrl::toPercentEncoding(
+            QString(body).replace(QLatin1Char('\n'), QLatin1String("\r\n"))));
+    return QUrl(address, QUrl::StrictMode);
+}
+
+} // namespace
+
+void EmailComposer::compose(const QString& subject, const QString& body)
+{
+    auto* const request = new PortalRequest(this);
+    connect(request, &PortalRequest::finished, this,
+        [this, subject, body](PortalRequest::Outcome outcome) {
+            if (outcome == PortalRequest::Failed || outcome == PortalRequest::Refused)
+                composeWithoutPortal(subject, body);
+        });
+    request->call(QStringLiteral("org.freedesktop.portal.Email"), QStringLiteral("ComposeEmail"),
+        { QString() },
+        { { QStringLiteral("subject"), subject }, { QStringLiteral("body"), body } });
+}
+
+void EmailComposer::composeWithoutPortal(const QString& subject, const QString& body)
+{
+    const QString xdgEmail = QStandardPaths::findExecutable(QStringLiteral("xdg-email"));
+    const QStringList arguments { QStringLiteral("--utf8"), QStringLiteral("--subject"), subject,
+        QStringLiteral("--body"), body };
+    if (xdgEmail.isEmpty()) {
+        if (!QDesktopServices::openUrl(mailtoUrl(subject, body)))
+            Q_EMIT failed();
+        return;
+    }
+
+    auto* const process = new QProcess(this);
+    connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
+        if (error != QProcess::FailedToStart)
+            return;
+        process->deleteLater();
+        Q_EMIT failed();
+    });
+    connect(process, &QProcess::finished, this, [this, process](int exitCode) {
+        process->deleteLater();
+        if (exitCode != 0)
+            Q_EMIT failed();
+    });
+    process->start(xdgEmail, arguments);
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <QVariantMap>
+
+/// One request to the desktop portal, from the call to the user's answer.
+///
+/// A portal answers twice: at once with the request's handle or an error, and later, by a signal on
+/// that handle, with what came of it. This object waits for both and then deletes itself.
+class PortalRequest : public QObject {
+    Q_OBJECT
+
+public:
+    /// What came of a request; the first three are the portal's own codes.
+    enum Outcome { Done = 0, Cancelled = 1, Failed = 2, Refused };
+
+    using QObject::QObject;
+
+    /// Calls the method with the arguments and, as its last one, the options, to which a handle's
+    /// token is added. Returns at once. To be called once.
+    void call(const QString& interface, const QString& method, const QVariantList& arguments,
+        QVariantMap options);
+
+Q_SIGNALS:
+    /// Refused where there is no bus, no portal or no such method; then nothing was shown.
+    void finished(PortalRequest::Outcome outcome, const QVariantMap& results);
+
+private Q_SLOTS:
+    void onResponse(uint code, const QVariantMap& results);
+
+private:
+    void finish(Outcome outcome, const QVariantMap& results);
+};

@@ -1,0 +1,122 @@
+#include "EmailComposer.h"
+
+#include <QDBusConnection>
+#include <QDesktopServices>
+#include <QFile>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+namespace {
+
+const QString subject = QStringLiteral("Vexilo");
+const QString body = QStringLiteral("Based on 4 people dining.\nÜber & 5% \"today\" العشاء");
+
+} // namespace
+
+/// Stands for whatever handles mailto addresses.
+class MailtoHandler : public QObject {
+    Q_OBJECT
+
+public:
+    QList<QUrl> urls;
+
+public Q_SLOTS:
+    void open(const QUrl& url) { urls.append(url); }
+};
+
+/// Without a portal: the portal's part is driven by the end-to-end tests, on a bus of their own.
+class EmailComposerTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_path;
+
+    void installXdgEmail(const QByteArray& lines)
+    {
+        QFile script(m_folder.filePath(QStringLiteral("xdg-email")));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\n" + lines + '\n');
+        script.close();
+        QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        m_path = qgetenv("PATH");
+    }
+
+    void init()
+    {
+        QFile::remove(m_folder.filePath(QStringLiteral("xdg-email")));
+        qputenv("PATH", m_folder.path().toLocal8Bit());
+    }
+
+    void cleanup()
+    {
+        qputenv("PATH", m_path);
+        QDesktopServices::unsetUrlHandler(QStringLiteral("mailto"));
+    }
+
+    void withoutAPortalXdgEmailGetsTheMessage()
+    {
+        const QString record = m_folder.filePath(QStringLiteral("arguments"));
+        installXdgEmail("printf '%s\\0' \"$@\" > '" + record.toUtf8() + "'");
+        EmailComposer composer;
+
+        composer.compose(subject, body);
+
+        const QByteArrayList expected { "--utf8", "--subject", subject.toUtf8(), "--body",
+            body.toUtf8(), "" };
+        const auto arguments = [&record] {
+            QFile file(record);
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QTRY_COMPARE(arguments(), expected.join('\0'));
+    }
+
+    void aFailingXdgEmailIsReported()
+    {
+        installXdgEmail("exit 3");
+        EmailComposer composer;
+        QSignalSpy failures(&composer, &EmailComposer::failed);
+
+        composer.compose(subject, body);
+
+        QTRY_COMPARE(failures.count(), 1);
+    }
+
+    void withoutXdgEmailTheHandlerOfMailtoGetsTheMessage()
+    {
+        MailtoHandler handler;
+        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), &handler, "open");
+        EmailComposer composer;
+        const QSignalSpy failures(&composer, &EmailComposer::failed);
+
+        composer.compose(subject, body);
+
+        QCOMPARE(handler.urls.size(), 1);
+        QCOMPARE(failures.count(), 0);
+        const QByteArray encoded = handler.urls.first().toEncoded();
+        QVERIFY(encoded.startsWith("mailto:?subject=Vexilo&body=Based%20on%204%20people"));
+        QVERIFY(encoded.contains("dining.%0D%0A%C3%9Cber%20%26%205%25"));
+    }
+
+    void withNothingThatTakesMailTheFailureIsReported()
+    {
+        EmailComposer composer;
+        QSignalSpy failures(&composer, &EmailComposer::failed);
+
+        composer.compose(subject, body);
+
+        QTRY_COMPARE(failures.count(), 1);
+    }
+};
+
+QTEST_MAIN(EmailComposerTest)
+#include "EmailComposerTest.moc"
