@@ -1,0 +1,102 @@
+#include "VexiloApp.h"
+
+#include "Appearance.h"
+#include "Diagnostics.h"
+
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QTimer>
+#include <QUrl>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto answerTime = 100ms;
+
+} // namespace
+
+VexiloApp::VexiloApp()
+    : m_windowComponent(&m_engine,
+        QUrl(QStringLiteral("qrc:/qt-project.org/imports/Vexilo/App/MainWindow.qml")),
+        QQmlComponent::Asynchronous)
+{
+    connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit);
+    // Queued: the setter notifies before it saves, and the theme is read from what was saved.
+    connect(
+        &m_userSettings, &UserSettings::themeChanged, this,
+        [this] { m_utilities.overrideDisplayMode(); }, Qt::QueuedConnection);
+}
+
+VexiloApp::~VexiloApp() = default;
+
+bool VexiloApp::start()
+{
+    // The first text and the first amount cost their libraries' start: paid while types are loaded.
+    (void)QFontMetricsF(QGuiApplication::font()).height();
+    m_contentView.calculate();
+    (void)m_contentView.totalText();
+    if (!makeWindow())
+        return false;
+
+    // All before the window is seen, so that it is never painted in the wrong theme or size.
+    m_utilities.overrideDisplayMode();
+    m_userSettings.save();
+    m_contentView.appear();
+    showWhenAppearanceIsKnown(m_window.get());
+    return true;
+}
+
+bool VexiloApp::makeWindow()
+{
+    if (m_windowComponent.isLoading()) {
+        QEventLoop loading;
+        connect(&m_windowComponent, &QQmlComponent::statusChanged, &loading, &QEventLoop::quit);
+        loading.exec();
+    }
+    std::unique_ptr<QObject> object(m_windowComponent.createWithInitialProperties({
+        { QStringLiteral("app"), QVariant::fromValue(this) },
+        { QStringLiteral("contentView"), QVariant::fromValue(&m_contentView) },
+    }));
+    m_window.reset(qobject_cast<QQuickWindow*>(object.get()));
+    if (!m_window) {
+        printDiagnostic(m_windowComponent.errorString().toStdString());
+        return false;
+    }
+    (void)object.release();
+    return true;
+}
+
+void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
+{
+    const QList<Appearance*> windows = Appearance::connected();
+    if (windows.isEmpty() || windows.first()->known()) {
+        window->show();
+        return;
+    }
+    // A desktop that is slow to answer is not waited for: the window may change its colours then.
+    auto* const deadline = new QTimer(window);
+    deadline->setSingleShot(true);
+    connect(deadline, &QTimer::timeout, window, &QWindow::show);
+    connect(windows.first(), &Appearance::changed, deadline, [deadline, window] {
+        if (!deadline->isActive())
+            return;
+        deadline->stop();
+        window->show();
+    });
+    deadline->start(answerTime);
+}
+
+void VexiloApp::helpOnWebsite()
+{
+    const QUrl help(m_global.websiteHelp, QUrl::StrictMode);
+    if (!help.isValid() || help.isRelative())
+        fatalError("Unexpectedly found nil while unwrapping an Optional value");
+    if (!QDesktopServices::openUrl(help))
+        printDiagnostic("No browser opens " + m_global.websiteHelp.toStdString());
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ContentView.h"
+#include "GlobalModel.h"
+#include "UserSettings.h"
+#include "Utilities.h"
+
+#include <QObject>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+class QQuickWindow;
+
+/// The application: builds the shared objects, opens the one window, applies the theme and keeps it
+/// applied, and offers the Help command.
+class VexiloApp : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The process has one application.")
+
+public:
+    VexiloApp();
+    ~VexiloApp() override;
+
+    /// Opens the window. False where it could not be made; diagnostic lines then say why.
+    [[nodiscard]] bool start();
+
+    /// Opens the help page in the user's browser. The address is a constant of the program: one
+    /// that is no absolute address stops the process.
+    Q_INVOKABLE void helpOnWebsite();
+
+private:
+    [[nodiscard]] bool makeWindow();
+    void showWhenAppearanceIsKnown(QQuickWindow* window);
+
+    // First, since the views' types are loaded by a thread of the engine's own meanwhile.
+    QQmlEngine m_engine;
+    QQmlComponent m_windowComponent;
+
+    UserSettings& m_userSettings = UserSettings::shared();
+    GlobalModel& m_global = GlobalModel::shared();
+    // Held for the screens' interface: nothing happens on going to the background or coming back.
+    [[maybe_unused]] Qt::ApplicationState m_scenePhase = Qt::ApplicationInactive;
+    Utilities m_utilities;
+
+    ContentView m_contentView { m_userSettings };
+    std::unique_ptr<QQuickWindow> m_window;
+};

@@ -1,0 +1,80 @@
+import QtQuick
+import QtQuick.Layouts
+import Vexilo.Calculator
+import Vexilo.Controls
+
+// The bill field. Its text goes to the view's state at every change and comes back only when the
+// field is left, so that nothing rewrites a text that is being typed.
+FocusScope {
+    id: row
+
+    required property ContentView view
+    // What the label and the symbol leave for a long amount.
+    readonly property real roomForField: grid.width - label.implicitWidth - symbol.implicitWidth - 3 * Theme.lineSpace
+
+    implicitHeight: grid.implicitHeight + 2 * (Theme.lineSpace + 3)
+
+    Connections {
+        function onBillTextChanged() {
+            field.text = row.view.billText;
+        }
+
+        target: row.view
+    }
+
+    ColumnLayout {
+        id: grid
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.rowPadding
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.rowPadding - 5
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
+
+        RowLayout {
+            spacing: Theme.lineSpace
+
+            BodyText {
+                id: label
+
+                Layout.fillWidth: true
+                font.pixelSize: Theme.fontSize3 + 2
+                text: qsTr("Bill to Split")
+            }
+
+            BodyText {
+                id: symbol
+
+                color: Theme.softText
+                font.bold: true
+                font.pixelSize: Theme.fontSize3 + 4
+                text: row.view.currencySymbol
+                visible: row.view.userSettings.showCurrency
+            }
+
+            AmountField {
+                id: field
+
+                Component.onCompleted: text = row.view.billText
+                Layout.preferredWidth: Math.max(implicitWidth, Math.min(row.roomForField, contentWidth + 5 * Theme.lineSpace))
+                focus: true
+                invalid: row.view.billNotice !== ""
+                name: qsTr("Bill to Split")
+                notice: row.view.billNotice
+                onActiveFocusChanged: {
+                    row.view.isTextFieldFocused = activeFocus;
+                    if (!activeFocus)
+                        row.view.billEditingFinished();
+                }
+                onCopyRequested: row.view.copy()
+                onTextChanged: row.view.billEdited(text)
+            }
+        }
+
+        Notice {
+            Layout.alignment: Qt.AlignRight
+            text: row.view.billNotice
+        }
+    }
+}

@@ -1,0 +1,27 @@
+import QtQuick
+import Vexilo.Calculator
+
+// The calculator's dialogs. Each is made when it is first needed, and then kept.
+Item {
+    id: dialogs
+
+    required property ContentView view
+
+    Loader {
+        active: dialogs.view.showClear || status === Loader.Ready
+        source: "ClearDialog.qml"
+        onLoaded: (item as ClearDialog).view = dialogs.view
+    }
+
+    Loader {
+        active: dialogs.view.showCopied || status === Loader.Ready
+        source: "CopiedDialog.qml"
+        onLoaded: (item as CopiedDialog).view = dialogs.view
+    }
+
+    Loader {
+        active: dialogs.view.showShareFailed || status === Loader.Ready
+        source: "ShareFailedDialog.qml"
+        onLoaded: (item as ShareFailedDialog).view = dialogs.view
+    }
+}

@@ -1,0 +1,70 @@
+import QtQuick
+import QtQuick.Layouts
+import Vexilo.Calculator
+import Vexilo.Controls
+
+// The calculator: one column of cards, centred and scrolled where the window is too low.
+FocusScope {
+    id: screen
+
+    required property ContentView view
+
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Theme.rightToLeft
+    focus: true
+
+    Binding {
+        property: "dark"
+        target: screen.view
+        value: Theme.dark
+    }
+
+    CalculatorToolBar {
+        id: toolBar
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        view: screen.view
+        width: column.width
+    }
+
+    Flickable {
+        id: scroller
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: toolBar.bottom
+        boundsBehavior: Flickable.StopAtBounds
+        clip: contentHeight > height
+        contentHeight: column.height + Theme.margin
+        interactive: contentHeight > height
+
+        ColumnLayout {
+            id: column
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: Theme.lineSpace + 6
+            width: Math.min(scroller.width - 2 * Theme.margin, Theme.columnWidth)
+
+            InputsCard {
+                Layout.fillWidth: true
+                view: screen.view
+            }
+
+            ResultsPanel {
+                Layout.fillWidth: true
+                view: screen.view
+            }
+
+            OptionsCard {
+                Layout.fillWidth: true
+                settings: screen.view.userSettings
+            }
+        }
+    }
+
+    CalculatorDialogs {
+        view: screen.view
+    }
+}

@@ -1,0 +1,233 @@
+#include "ContentView.h"
+
+#include "Formatting.h"
+#include "Palette.h"
+#include "SplitSummary.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <limits>
+
+namespace {
+
+constexpr QSize minimumWindowSize(500, 800);
+
+QString tooLarge() { return ContentView::tr("Amount too large"); }
+
+} // namespace
+
+ContentView::ContentView(UserSettings& userSettings, QObject* parent)
+    : QObject(parent)
+    , m_userSettings(userSettings)
+    , m_global(GlobalModel::shared())
+{
+    connect(&userSettings, &UserSettings::billChanged, this, &ContentView::showStoredBill);
+    connect(&userSettings, &UserSettings::billChanged, this, &ContentView::calculate);
+    connect(&userSettings, &UserSettings::serviceChanged, this, &ContentView::calculate);
+    connect(&userSettings, &UserSettings::tipFromEveryoneChanged, this, &ContentView::calculate);
+    connect(&userSettings, &UserSettings::roundTipChanged, this, &ContentView::calculate);
+    connect(&userSettings, &UserSettings::roundShareChanged, this, &ContentView::calculate);
+    connect(this, &ContentView::refreshInfoChanged, this, &ContentView::calculate);
+    connect(&userSettings, &UserSettings::peopleChanged, this, &ContentView::peopleTextChanged);
+    connect(
+        &userSettings, &UserSettings::serviceChanged, this, &ContentView::serviceSegmentChanged);
+    // The same figures in another dress.
+    connect(&userSettings, &UserSettings::showCurrencyChanged, this, &ContentView::resultsChanged);
+    connect(
+        &userSettings, &UserSettings::highlightSumsChanged, this, &ContentView::panelColorsChanged);
+    connect(&m_emailComposer, &EmailComposer::failed, this, [this] { setShowShareFailed(true); });
+    showStoredBill();
+}
+
+void ContentView::appear()
+{
+    tidyCatalystWindow();
+    if (m_userSettings.people() < 1)
+        m_userSettings.setPeople(1);
+    calculate();
+}
+
+void ContentView::tidyCatalystWindow()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow* window : windows)
+        window->setMinimumSize(minimumWindowSize);
+}
+
+void ContentView::calculate()
+{
+    const std::optional<Split> results = split(SplitInputs::fromSettings(m_userSettings));
+    m_results = results.value_or(Split());
+    m_resultsNotice = results ? QString() : tooLarge();
+    setPeopleNotice({});
+    Q_EMIT resultsChanged();
+}
+
+QString ContentView::shareString() const
+{
+    return splitSummary(SplitInputs::fromSettings(m_userSettings), m_results,
+        m_userSettings.showCurrency() ? AmountStyle::WithCurrency : AmountStyle::WithSeparator);
+}
+
+void ContentView::billEdited(const QString& text)
+{
+    if (m_fieldShowsBillText && text == m_billText)
+        return;
+    m_fieldShowsBillText = false;
+
+    const std::optional<double> bill = amountFromText(text);
+    if (!bill) {
+        setBillNotice(tr("Not an amount"));
+        return;
+    }
+    SplitInputs inputs = SplitInputs::fromSettings(m_userSettings);
+    inputs.bill = *bill;
+    if (!split(inputs)) {
+        setBillNotice(tooLarge());
+        return;
+    }
+    setBillNotice({});
+    m_billIsBeingEdited = true;
+    m_userSettings.setBill(*bill);
+    m_billIsBeingEdited = false;
+}
+
+void ContentView::billEditingFinished()
+{
+    setBillNotice({});
+    showStoredBill();
+}
+
+void ContentView::showStoredBill()
+{
+    if (m_billIsBeingEdited)
+        return;
+    setBillNotice({});
+    m_billText = textFromAmount(m_userSettings.bill());
+    m_fieldShowsBillText = true;
+    Q_EMIT billTextChanged();
+}
+
+void ContentView::setBillNotice(const QString& notice)
+{
+    if (m_billNotice == notice)
+        return;
+    m_billNotice = notice;
+    Q_EMIT billNoticeChanged();
+}
+
+void ContentView::setPeopleNotice(const QString& notice)
+{
+    if (m_peopleNotice == notice)
+        return;
+    m_peopleNotice = notice;
+    Q_EMIT peopleNoticeChanged();
+}
+
+void ContentView::fewerPeople()
+{
+    if (m_userSettings.people() > 1)
+        m_userSettings.setPeople(m_userSettings.people() - 1);
+    calculate();
+}
+
+void ContentView::morePeople()
+{
+    SplitInputs inputs = SplitInputs::fromSettings(m_userSettings);
+    const bool canGrow = inputs.people < std::numeric_limits<qint64>::max();
+    if (canGrow)
+        ++inputs.people;
+    // A count whose figures do not fit is not taken, but one that was stored so may still grow.
+    const bool taken = canGrow && (split(inputs) || !hasResults());
+    if (taken)
+        m_userSettings.setPeople(inputs.people);
+    calculate();
+    if (!taken)
+        setPeopleNotice(tooLarge());
+}
+
+void ContentView::clear()
+{
+    m_userSettings.setBill(0.0);
+    m_userSettings.setPeople(minPeople);
+    m_userSettings.setService(segServicePoor);
+    m_userSettings.setTipFromEveryone(false);
+    m_userSettings.setRoundTip(false);
+    m_userSettings.setRoundShare(false);
+}
+
+void ContentView::copy()
+{
+    if (!hasResults())
+        return;
+    QGuiApplication::clipboard()->setText(shareString());
+    setShowCopied(true);
+}
+
+void ContentView::setShowCopied(bool show)
+{
+    m_showCopied = show;
+    Q_EMIT showCopiedChanged();
+}
+
+void ContentView::setShowShareFailed(bool show)
+{
+    m_showShareFailed = show;
+    Q_EMIT showShareFailedChanged();
+}
+
+void ContentView::shareButton()
+{
+    if (hasResults())
+        m_emailComposer.compose(m_global.appName, shareString());
+}
+
+QColor ContentView::getLinearColor1() const
+{
+    if (m_userSettings.highlightSums())
+        return panelPink();
+    return m_dark ? Qt::black : Qt::white;
+}
+
+QColor ContentView::getLinearColor2() const
+{
+    if (m_userSettings.highlightSums())
+        return panelRed();
+    return m_dark ? Qt::black : Qt::white;
+}
+
+QColor ContentView::getForegroundColor() const
+{
+    return m_userSettings.highlightSums() || m_dark ? Qt::white : Qt::black;
+}
+
+QString ContentView::tipLabel() const { return QString(tr("Tip ") + strTip()).trimmed(); }
+
+QString ContentView::currencySymbolText() const { return currencySymbol(); }
+
+QString ContentView::peopleText() const { return QString::number(m_userSettings.people()); }
+
+int ContentView::serviceSegment() const
+{
+    const qint64 service = m_userSettings.service();
+    const bool known = service >= segServicePoor && service <= segServiceExcellent;
+    return known ? static_cast<int>(service) : -1;
+}
+
+void ContentView::setServiceSegment(int segment) { m_userSettings.setService(segment); }
+
+QString ContentView::serviceText() const { return strService(m_userSettings.service()); }
+
+QString ContentView::totalText() const { return amountText(m_results.grandTotal); }
+
+QString ContentView::tipText() const { return amountText(m_results.sumTip); }
+
+QString ContentView::shareText() const { return amountText(m_results.sumShare); }
+
+QString ContentView::amountText(double amount) const
+{
+    return formattedAmount(amount,
+        m_userSettings.showCurrency() ? AmountStyle::WithCurrency : AmountStyle::WithSeparator);
+}

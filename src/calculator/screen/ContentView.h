@@ -1,0 +1,160 @@
+#pragma once
+
+#include "EmailComposer.h"
+#include "GlobalModel.h"
+#include "Split.h"
+#include "UserSettings.h"
+
+#include <QColor>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+/// State and actions of the calculator screen. The inputs live in the settings, the results here:
+/// they are computed anew whenever an input changes.
+class ContentView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes the screen's state.")
+    Q_PROPERTY(UserSettings* userSettings READ userSettings CONSTANT)
+    Q_PROPERTY(GlobalModel* global READ global CONSTANT)
+
+    Q_PROPERTY(bool showCopied READ showCopied WRITE setShowCopied NOTIFY showCopiedChanged)
+    Q_PROPERTY(bool showClear MEMBER m_showClear NOTIFY showClearChanged)
+    Q_PROPERTY(bool showShareFailed READ showShareFailed WRITE setShowShareFailed NOTIFY
+            showShareFailedChanged)
+    Q_PROPERTY(bool refreshInfo MEMBER m_refreshInfo NOTIFY refreshInfoChanged)
+    Q_PROPERTY(bool isTextFieldFocused MEMBER m_isTextFieldFocused NOTIFY isTextFieldFocusedChanged)
+
+    /// The window's colour scheme, from the view.
+    Q_PROPERTY(bool dark MEMBER m_dark NOTIFY panelColorsChanged)
+
+    Q_PROPERTY(QColor linearColor1 READ getLinearColor1 NOTIFY panelColorsChanged)
+    Q_PROPERTY(QColor linearColor2 READ getLinearColor2 NOTIFY panelColorsChanged)
+    Q_PROPERTY(QColor foregroundColor READ getForegroundColor NOTIFY panelColorsChanged)
+    Q_PROPERTY(QString billText READ billText NOTIFY billTextChanged)
+    Q_PROPERTY(QString billNotice READ billNotice NOTIFY billNoticeChanged)
+    Q_PROPERTY(QString currencySymbol READ currencySymbolText CONSTANT)
+    Q_PROPERTY(QString peopleText READ peopleText NOTIFY peopleTextChanged)
+    Q_PROPERTY(QString peopleNotice READ peopleNotice NOTIFY peopleNoticeChanged)
+    /// The chosen segment of the service picker; -1 for a level that it does not have.
+    Q_PROPERTY(
+        int serviceSegment READ serviceSegment WRITE setServiceSegment NOTIFY serviceSegmentChanged)
+    Q_PROPERTY(QString serviceText READ serviceText NOTIFY serviceSegmentChanged)
+    Q_PROPERTY(QString tipLabel READ tipLabel NOTIFY resultsChanged)
+    Q_PROPERTY(QString totalText READ totalText NOTIFY resultsChanged)
+    Q_PROPERTY(QString tipText READ tipText NOTIFY resultsChanged)
+    Q_PROPERTY(QString shareText READ shareText NOTIFY resultsChanged)
+    Q_PROPERTY(QString resultsNotice READ resultsNotice NOTIFY resultsChanged)
+    Q_PROPERTY(bool hasResults READ hasResults NOTIFY resultsChanged)
+
+public:
+    /// The settings must outlive this object.
+    explicit ContentView(UserSettings& userSettings, QObject* parent = nullptr);
+
+    /// To be called when the screen is first shown: sets the windows' least size, raises a stored
+    /// count of people below 1 to 1, and computes the results.
+    void appear();
+
+    /// Computes the results from the settings. Inputs whose figures are too large to be cut to
+    /// cents give zeros and a notice.
+    void calculate();
+
+    /// The results as a plain text for other programs.
+    [[nodiscard]] QString shareString() const;
+
+    /// Reads what stands in the bill field, after every change of its text. A text that is no
+    /// amount, or one too large to split, leaves the stored bill as it was and sets billNotice.
+    Q_INVOKABLE void billEdited(const QString& text);
+    /// Shows the stored bill in the field again.
+    Q_INVOKABLE void billEditingFinished();
+    Q_INVOKABLE void fewerPeople();
+    Q_INVOKABLE void morePeople();
+    Q_INVOKABLE void clear();
+    /// Puts the summary on the clipboard and shows the notice. Does nothing without results.
+    Q_INVOKABLE void copy();
+    /// Opens the e-mail program with the summary. Does nothing without results.
+    Q_INVOKABLE void shareButton();
+
+    /// The results panel: top and bottom of its gradient, and its text.
+    [[nodiscard]] QColor getLinearColor1() const;
+    [[nodiscard]] QColor getLinearColor2() const;
+    [[nodiscard]] QColor getForegroundColor() const;
+
+    [[nodiscard]] bool showCopied() const { return m_showCopied; }
+    void setShowCopied(bool show);
+    [[nodiscard]] bool showShareFailed() const { return m_showShareFailed; }
+    void setShowShareFailed(bool show);
+
+    [[nodiscard]] UserSettings* userSettings() const { return &m_userSettings; }
+    [[nodiscard]] GlobalModel* global() const { return &m_global; }
+
+    [[nodiscard]] double sumTotal() const { return m_results.sumTotal; }
+    [[nodiscard]] double sumTip() const { return m_results.sumTip; }
+    [[nodiscard]] double grandTotal() const { return m_results.grandTotal; }
+    [[nodiscard]] double sumShare() const { return m_results.sumShare; }
+    [[nodiscard]] QString strTip() const { return m_results.strTip; }
+    /// "Tip", followed by how it is made up where everyone pays it.
+    [[nodiscard]] QString tipLabel() const;
+
+    /// What the bill field shows while nobody types in it.
+    [[nodiscard]] QString billText() const { return m_billText; }
+    /// Why the text in the field is not taken as the bill; empty while it is.
+    [[nodiscard]] QString billNotice() const { return m_billNotice; }
+    [[nodiscard]] QString currencySymbolText() const;
+    [[nodiscard]] QString peopleText() const;
+    /// Why another person was not taken; empty once anything has changed.
+    [[nodiscard]] QString peopleNotice() const { return m_peopleNotice; }
+    [[nodiscard]] int serviceSegment() const;
+    void setServiceSegment(int segment);
+    [[nodiscard]] QString serviceText() const;
+    [[nodiscard]] QString totalText() const;
+    [[nodiscard]] QString tipText() const;
+    [[nodiscard]] QString shareText() const;
+    /// Why there are no results; empty while there are.
+    [[nodiscard]] QString resultsNotice() const { return m_resultsNotice; }
+    [[nodiscard]] bool hasResults() const { return m_resultsNotice.isEmpty(); }
+
+Q_SIGNALS:
+    void showCopiedChanged();
+    void showClearChanged();
+    void showShareFailedChanged();
+    void refreshInfoChanged();
+    void isTextFieldFocusedChanged();
+    void panelColorsChanged();
+    void billTextChanged();
+    void billNoticeChanged();
+    void peopleTextChanged();
+    void peopleNoticeChanged();
+    void serviceSegmentChanged();
+    void resultsChanged();
+
+private:
+    void tidyCatalystWindow();
+    void showStoredBill();
+    void setBillNotice(const QString& notice);
+    void setPeopleNotice(const QString& notice);
+    [[nodiscard]] QString amountText(double amount) const;
+
+    UserSettings& m_userSettings;
+    GlobalModel& m_global;
+    EmailComposer m_emailComposer;
+
+    bool m_showCopied = false;
+    bool m_showClear = false;
+    bool m_showShareFailed = false;
+    bool m_refreshInfo = false;
+    bool m_isTextFieldFocused = false; // held for the screen's interface
+    bool m_dark = false;
+    // Held for the screen's interface: every use of the count goes to the settings.
+    [[maybe_unused]] qint64 m_people = minPeople;
+
+    Split m_results;
+    QString m_resultsNotice;
+    QString m_billText;
+    QString m_billNotice;
+    QString m_peopleNotice;
+    bool m_billIsBeingEdited = false;
+    // The text that the field shows by our own doing: reading it back would cut the stored bill to
+    // the digits shown.
+    bool m_fieldShowsBillText = true;
+};

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Layouts
+import Vexilo.Calculator
+import Vexilo.Controls
+
+// What the user gives: the bill, the people and how good the service was.
+Card {
+    id: card
+
+    required property ContentView view
+
+    BillRow {
+        Layout.fillWidth: true
+        focus: true
+        view: card.view
+    }
+
+    RowSeparator {
+    }
+
+    PeopleRow {
+        Layout.fillWidth: true
+        view: card.view
+    }
+
+    RowSeparator {
+    }
+
+    ServiceRow {
+        Layout.fillWidth: true
+        view: card.view
+    }
+}

@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Layouts
+import Vexilo.Calculator
+import Vexilo.Controls
+
+// What everybody came for: the total, the tip and each share.
+GradientPanel {
+    id: panel
+
+    required property ContentView view
+
+    bottomColor: panel.view.linearColor2
+    implicitHeight: column.implicitHeight + 2 * (Theme.lineSpace + 6)
+    outlineColor: panel.view.userSettings.highlightSums ? "transparent" : Theme.line
+    radius: 20
+    topColor: panel.view.linearColor1
+
+    ColumnLayout {
+        id: column
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 0
+
+        ResultRow {
+            Layout.fillWidth: true
+            amount: panel.view.totalText
+            amountSize: Theme.fontSize3 + 2
+            color: panel.view.foregroundColor
+            iconName: "creditcard"
+            label: qsTr("TOTAL")
+            labelSize: Theme.fontSize3
+        }
+
+        ResultRow {
+            Layout.fillWidth: true
+            amount: panel.view.tipText
+            color: panel.view.foregroundColor
+            iconName: "gift.fill"
+            label: panel.view.tipLabel
+            roundedUp: panel.view.userSettings.roundTip
+        }
+
+        ResultRow {
+            Layout.fillWidth: true
+            amount: panel.view.shareText
+            color: panel.view.foregroundColor
+            iconName: "person.fill"
+            label: qsTr("Share per person")
+            roundedUp: panel.view.userSettings.roundShare
+        }
+
+        Notice {
+            Layout.alignment: Qt.AlignRight
+            Layout.bottomMargin: Theme.lineSpace
+            color: panel.view.foregroundColor
+            text: panel.view.resultsNotice
+        }
+    }
+}
