@@ -1,0 +1,102 @@
+"""Desktop portals that the tests put on the private session bus."""
+
+from gi.repository import Gio, GLib
+
+import waiting
+
+NAME = "org.freedesktop.portal.Desktop"
+PATH = "/org/freedesktop/portal/desktop"
+REQUEST = "/org/freedesktop/portal/desktop/request/{}/{}"
+DONE, CANCELLED, FAILED = 0, 1, 2
+
+EMAIL = """
+<node>
+  <interface name="org.freedesktop.portal.Email">
+    <method name="ComposeEmail">
+      <arg type="s" direction="in"/>
+      <arg type="a{sv}" direction="in"/>
+      <arg type="o" direction="out"/>
+    </method>
+  </interface>
+</node>
+"""
+SETTINGS = """
+<node>
+  <interface name="org.freedesktop.portal.Settings">
+    <method name="ReadAll">
+      <arg type="as" direction="in"/>
+      <arg type="a{sa{sv}}" direction="out"/>
+    </method>
+    <signal name="SettingChanged">
+      <arg type="s"/>
+      <arg type="s"/>
+      <arg type="v"/>
+    </signal>
+  </interface>
+</node>
+"""
+
+
+class Portal:
+    """Use as a context manager: on the session bus while inside."""
+
+    def __init__(self, interface):
+        self._interface = Gio.DBusNodeInfo.new_for_xml(interface).interfaces[0]
+
+    def __enter__(self):
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self._object = self.bus.register_object(PATH, self._interface, self._answer, None, None)
+        acquired = []
+        self._name = Gio.bus_own_name_on_connection(
+            self.bus, NAME, Gio.BusNameOwnerFlags.NONE, lambda *_: acquired.append(True), None)
+        waiting.until(lambda: acquired, "the portal has its name")
+        return self
+
+    def __exit__(self, *_):
+        Gio.bus_unown_name(self._name)
+        self.bus.unregister_object(self._object)
+        self.bus.flush_sync()
+
+    def _answer(self, _bus, sender, _path, _interface, _method, arguments, invocation):
+        self.answer(sender, arguments.unpack(), invocation)
+
+
+class EmailPortal(Portal):
+    """Keeps the letters that it is asked to compose, and answers each call with the code."""
+
+    def __init__(self, response=DONE):
+        super().__init__(EMAIL)
+        self.letters = []  # the options of each call, as plain values
+        self._response = response
+
+    def answer(self, sender, arguments, invocation):
+        _parent, options = arguments
+        token = options.pop("handle_token")
+        self.letters.append(options)
+        request = REQUEST.format(sender[1:].replace(".", "_"), token)
+        invocation.return_value(GLib.Variant("(o)", (request,)))
+        self.bus.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
+                             GLib.Variant("(ua{sv})", (self._response, {})))
+
+
+class SettingsPortal(Portal):
+    """A desktop with a colour scheme: 0 has no preference, 1 prefers dark, 2 prefers light."""
+
+    SPACE, KEY = "org.freedesktop.appearance", "color-scheme"
+
+    def __init__(self, color_scheme):
+        super().__init__(SETTINGS)
+        self._color_scheme = color_scheme
+
+    def answer(self, _sender, arguments, invocation):
+        (spaces,) = arguments
+        values = {}
+        if self.SPACE in spaces:
+            values[self.SPACE] = {self.KEY: GLib.Variant("u", self._color_scheme)}
+        invocation.return_value(GLib.Variant("(a{sa{sv}})", (values,)))
+
+    def change(self, color_scheme):
+        self._color_scheme = color_scheme
+        value = GLib.Variant("u", color_scheme)
+        self.bus.emit_signal(None, PATH, "org.freedesktop.portal.Settings", "SettingChanged",
+                             GLib.Variant("(ssv)", (self.SPACE, self.KEY, value)))

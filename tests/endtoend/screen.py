@@ -1,0 +1,73 @@
+"""Keys and pointer moved and windows seen through the display, as a person would."""
+
+import subprocess
+
+
+def press_keys(*keys):
+    """Presses keys one after the other: names such as "Tab", "ctrl+q" or "7"."""
+    _run("xdotool", "key", "--clearmodifiers", *keys)
+
+
+def type_text(text):
+    """Types letters, digits and signs with real key strokes."""
+    _run("xdotool", "type", "--clearmodifiers", "--", text)
+
+
+def click(x, y):
+    """Clicks with the pointer at a place of the screen."""
+    _run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+
+def window_of(process_id):
+    """The window of a process, or None before it is on the screen."""
+    found = subprocess.run(
+        ["xdotool", "search", "--onlyvisible", "--all", "--pid", str(process_id), "--name", "."],
+        check=False, capture_output=True, text=True).stdout.split()
+    return found[0] if found else None
+
+
+def title_of(window):
+    return _run("xdotool", "getwindowname", window).strip()
+
+
+def size_of(window):
+    """Width and height in pixels."""
+    geometry = _geometry_of(window)
+    return int(geometry["WIDTH"]), int(geometry["HEIGHT"])
+
+
+def resize(window, width, height):
+    """Asks the window manager for a size, as a person does who drags the window's corner."""
+    _run("xdotool", "windowsize", window, str(width), str(height))
+
+
+def colour_at(x, y):
+    """The colour of one pixel of the screen, as "#RRGGBB"."""
+    picture = subprocess.run(
+        ["import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"],
+        check=True, capture_output=True).stdout
+    return "#" + picture[:3].hex().upper()
+
+
+def origin_of(window):
+    """The place of the window's upper left corner on the screen, in pixels."""
+    geometry = _geometry_of(window)
+    return int(geometry["X"]), int(geometry["Y"])
+
+
+def least_size_of(window):
+    """The least width and height that the program tells the window manager, or None."""
+    for line in _run("xprop", "-id", window, "WM_NORMAL_HINTS").splitlines():
+        if "minimum size" in line:
+            width, height = line.split(":", 1)[1].split("by")
+            return int(width), int(height)
+    return None
+
+
+def _geometry_of(window):
+    lines = _run("xdotool", "getwindowgeometry", "--shell", window).splitlines()
+    return dict(line.split("=", 1) for line in lines)
+
+
+def _run(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
