@@ -2,10 +2,12 @@
 
 #include "Diagnostics.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QSettings>
 
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -25,6 +27,21 @@ bool writeToFile(const QString& file, const QHash<QString, QVariant>& values)
     }
     settings.sync();
     return settings.status() != QSettings::AccessError;
+}
+
+bool isDamaged(const QString& file)
+{
+    const QSettings settings(file, QSettings::IniFormat);
+    (void)settings.allKeys(); // lines are looked at only when they are asked for
+    return settings.status() == QSettings::FormatError;
+}
+
+/// In one step: whoever looks meanwhile finds the old file or the new one.
+bool replaceFile(const QString& from, const QString& to)
+{
+    std::error_code error;
+    std::filesystem::rename(from.toStdU16String(), to.toStdU16String(), error);
+    return !error;
 }
 
 } // namespace
@@ -47,19 +64,26 @@ UserDefaults::UserDefaults(const QString& file)
     if (settings.status() == QSettings::AccessError)
         printDiagnostic("Preferences could not be read: " + file.toStdString());
     if (settings.status() == QSettings::FormatError)
-        setDamagedFileAside();
+        repairFile();
 }
 
-void UserDefaults::setDamagedFileAside()
+void UserDefaults::repairFile() const
 {
     // QSettings remembers its first error only: on a damaged file a failed write would go unseen.
+    // The name is never without a file meanwhile: another start would take that for a first launch.
+    const QString process = QString::number(QCoreApplication::applicationPid());
+    const QString copy = m_file + QLatin1String(".copy-") + process;
+    const QString repaired = m_file + QLatin1String(".repaired-") + process;
     const QString aside = m_file + QLatin1String(".damaged");
-    QFile::remove(aside);
-    if (!QFile::rename(m_file, aside))
+    if (QFile::copy(m_file, copy) && !isDamaged(copy)) {
+        QFile::remove(copy); // another copy of the program was faster
         return;
-    printDiagnostic("Preferences were damaged; the file is kept as " + aside.toStdString());
-    for (auto it = m_values.cbegin(); it != m_values.cend(); ++it)
-        enqueue(it.key(), it.value());
+    }
+    if (replaceFile(copy, aside) && writeToFile(repaired, m_values)
+        && replaceFile(repaired, m_file))
+        printDiagnostic("Preferences were damaged; the file is kept as " + aside.toStdString());
+    else
+        printDiagnostic("Preferences are damaged: " + m_file.toStdString());
 }
 
 UserDefaults::~UserDefaults()

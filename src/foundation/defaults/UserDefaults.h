@@ -50,7 +50,7 @@ public:
 private:
     enum class Demand { None, Flush, Stop };
 
-    void setDamagedFileAside();
+    void repairFile() const;
     void enqueue(const QString& key, const QVariant& value);
     void writeUntilStopped();
     void writeBatch(std::unique_lock<std::mutex>& lock);

@@ -184,6 +184,8 @@ private Q_SLOTS:
         {
             UserDefaults defaults(m_file);
             QCOMPARE(defaults.integerForKey(m_key), 7);
+            // Another start at this very moment is no first launch.
+            QCOMPARE(UserDefaults(m_file).integerForKey(m_key), 7);
             defaults.setValue(QStringLiteral("third"), 9);
         }
 
