@@ -27,6 +27,8 @@ void EmailComposer::compose(const QString& subject, const QString& body)
         [this, subject, body](PortalRequest::Outcome outcome) {
             if (outcome == PortalRequest::Failed || outcome == PortalRequest::Refused)
                 composeWithoutPortal(subject, body);
+            else if (outcome == PortalRequest::Unanswered)
+                Q_EMIT failed();
         });
     request->call(QStringLiteral("org.freedesktop.portal.Email"), QStringLiteral("ComposeEmail"),
         { QString() },
@@ -44,7 +46,8 @@ void EmailComposer::composeWithoutPortal(const QString& subject, const QString& 
         return;
     }
 
-    auto* const process = new QProcess(this);
+    // Not ours by parentage: a mail program that is still starting outlives this one.
+    auto* const process = new QProcess;
     connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
             return;

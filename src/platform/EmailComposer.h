@@ -4,8 +4,8 @@
 
 /// Opens the user's e-mail program with a message that is ready to be sent.
 ///
-/// The desktop portal is asked first, then xdg-email, then the handler of mailto addresses: the
-/// first that takes the message ends the search, and so does a user who cancels.
+/// The desktop portal is asked first. Where there is none, or it fails, xdg-email is, or, where
+/// that is not installed, the handler of mailto addresses. A user who cancels is not asked again.
 class EmailComposer : public QObject {
     Q_OBJECT
 

@@ -1,8 +1,11 @@
 #include "PortalRequest.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+
+#include <utility>
 
 namespace {
 
@@ -21,6 +24,13 @@ QString handlePath(const QDBusConnection& bus, const QString& token)
     QString sender = bus.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));
     return desktopPath + QLatin1String("/request/") + sender + QLatin1Char('/') + token;
+}
+
+PortalRequest::Outcome outcomeOf(QDBusError::ErrorType error)
+{
+    const bool noAnswer = error == QDBusError::NoReply || error == QDBusError::Timeout
+        || error == QDBusError::TimedOut;
+    return noAnswer ? PortalRequest::Unanswered : PortalRequest::Refused;
 }
 
 } // namespace
@@ -44,7 +54,7 @@ void PortalRequest::call(const QString& interface, const QString& method,
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         if (watcher->isError())
-            finish(Refused, {});
+            finish(outcomeOf(watcher->error().type()), {});
     });
 }
 
@@ -55,6 +65,8 @@ void PortalRequest::onResponse(uint code, const QVariantMap& results)
 
 void PortalRequest::finish(Outcome outcome, const QVariantMap& results)
 {
-    Q_EMIT finished(outcome, results);
+    if (std::exchange(m_finished, true))
+        return;
     deleteLater();
+    Q_EMIT finished(outcome, results);
 }

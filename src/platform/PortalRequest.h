@@ -6,13 +6,20 @@
 /// One request to the desktop portal, from the call to the user's answer.
 ///
 /// A portal answers twice: at once with the request's handle or an error, and later, by a signal on
-/// that handle, with what came of it. This object waits for both and then deletes itself.
+/// that handle, with what came of it. This object waits for the error or the signal, reports it
+/// once and deletes itself.
 class PortalRequest : public QObject {
     Q_OBJECT
 
 public:
     /// What came of a request; the first three are the portal's own codes.
-    enum Outcome { Done = 0, Cancelled = 1, Failed = 2, Refused };
+    enum Outcome {
+        Done = 0,
+        Cancelled = 1,
+        Failed = 2,
+        Refused, ///< no bus, no portal or no such method: nothing was shown, and nothing will be
+        Unanswered, ///< the portal is there and does not answer: it may still show something
+    };
 
     using QObject::QObject;
 
@@ -22,7 +29,6 @@ public:
         QVariantMap options);
 
 Q_SIGNALS:
-    /// Refused where there is no bus, no portal or no such method; then nothing was shown.
     void finished(PortalRequest::Outcome outcome, const QVariantMap& results);
 
 private Q_SLOTS:
@@ -30,4 +36,6 @@ private Q_SLOTS:
 
 private:
     void finish(Outcome outcome, const QVariantMap& results);
+
+    bool m_finished = false;
 };

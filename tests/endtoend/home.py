@@ -24,9 +24,12 @@ MARKER = {"havePrefs": "100"}
 
 # Each call replaces the file at once, so that a reader never sees half a call.
 RECORDER = """#!/bin/sh
+{wait}
 printf '%s\\0' "$@" > "{record}.new" && mv "{record}.new" "{record}"
 exit {exit_code}
 """
+WAIT = """touch "{gate}.reached"
+for _ in $(seq 200); do [ -e "{gate}" ] && break; sleep 0.05; done"""
 
 
 class Home:
@@ -55,11 +58,16 @@ class Home:
     def file(self, name):
         return self._folder / name
 
-    def add_recorder(self, name, exit_code=0):
-        """Puts a program on the path that records the arguments of its last call."""
+    def add_recorder(self, name, exit_code=0, wait_for=None):
+        """Puts a program on the path that records the arguments of its last call.
+
+        With `wait_for` it first makes that file's ".reached" and waits, at most ten seconds, until
+        the file is there.
+        """
+        wait = WAIT.format(gate=wait_for) if wait_for else ""
         program = self._folder / "programs" / name
         record = self._record_of(name)
-        program.write_text(RECORDER.format(record=record, exit_code=exit_code), encoding="utf-8")
+        program.write_text(RECORDER.format(record=record, exit_code=exit_code, wait=wait), encoding="utf-8")
         program.chmod(0o755)
         return program
 

@@ -3,6 +3,7 @@
 import clipboard
 import screen
 import tree
+import waiting
 from case import EndToEndTest
 from portal import CANCELLED, FAILED, EmailPortal
 from tree import Role
@@ -185,6 +186,18 @@ class Sharing(EndToEndTest):
                                  "the mail program is started")
 
         self.assertEqual(arguments, ["--utf8", "--subject", "Vexilo", "--body", SUMMARY])
+
+    def test_a_mail_program_that_is_still_starting_outlives_the_window(self):
+        gate = self.home.file("gate")
+        self.home.add_recorder("xdg-email", wait_for=gate)
+        vexilo = self.launch()
+        vexilo.press_button("Share")
+        vexilo.until(gate.with_suffix(".reached").exists, "the mail program is starting")
+
+        vexilo.quit()
+        gate.touch()
+
+        waiting.until(lambda: self.home.recorded_arguments("xdg-email"), "the letter is composed")
 
     def test_a_failure_to_share_is_said(self):
         self.home.add_recorder("xdg-email", exit_code=3)

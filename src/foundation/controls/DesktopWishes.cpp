@@ -64,27 +64,26 @@ void DesktopWishes::readAll()
             for (auto it = space->cbegin(); it != space->cend(); ++it)
                 take(space.key(), it.key(), it.value());
         }
-        answer();
+        m_known = true;
+        Q_EMIT changed();
     });
 }
 
 void DesktopWishes::onSettingChanged(
     const QString& space, const QString& key, const QDBusVariant& value)
 {
-    take(space, key, value.variant());
-    answer();
+    if (take(space, key, value.variant()))
+        Q_EMIT changed();
 }
 
-void DesktopWishes::take(const QString& space, const QString& key, const QVariant& value)
+/// Whether it was a wish that this object knows of.
+bool DesktopWishes::take(const QString& space, const QString& key, const QVariant& value)
 {
     if (space == appearanceSpace && key == QLatin1String("color-scheme"))
         m_colorScheme = schemeFromPortal(value);
     else if (space == gnomeSpace && key == QLatin1String("enable-animations"))
         m_reducedMotion = !value.toBool();
-}
-
-void DesktopWishes::answer()
-{
-    m_known = true;
-    Q_EMIT changed();
+    else
+        return false;
+    return true;
 }

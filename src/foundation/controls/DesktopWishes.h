@@ -33,8 +33,7 @@ private Q_SLOTS:
 
 private:
     void readAll();
-    void take(const QString& space, const QString& key, const QVariant& value);
-    void answer();
+    bool take(const QString& space, const QString& key, const QVariant& value);
 
     std::optional<ColorScheme> m_colorScheme;
     bool m_reducedMotion = false;
