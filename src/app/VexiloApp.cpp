@@ -83,8 +83,9 @@ void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
     auto* const deadline = new QTimer(window);
     deadline->setSingleShot(true);
     connect(deadline, &QTimer::timeout, window, &QWindow::show);
-    connect(windows.first(), &Appearance::changed, deadline, [deadline, window] {
-        if (!deadline->isActive())
+    Appearance* const appearance = windows.first();
+    connect(appearance, &Appearance::changed, deadline, [appearance, deadline, window] {
+        if (!appearance->known() || !deadline->isActive())
             return;
         deadline->stop();
         window->show();

@@ -3,6 +3,7 @@
 #include "UserSettings.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
@@ -49,6 +50,26 @@ private Q_SLOTS:
     void theWindowFollowsTheSystemAtAFirstLaunch()
     {
         QCOMPARE(styleOfWindow(), InterfaceStyle::Unspecified);
+    }
+
+    void aHeldKeyTurnsASwitchOnce()
+    {
+        QWindow* const window = QGuiApplication::topLevelWindows().first();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        // From the bill over the people and the service to the first switch.
+        for (int stop = 0; stop < 4; ++stop)
+            QTest::keyClick(window, Qt::Key_Tab);
+        QVERIFY(!UserSettings::shared().tipFromEveryone());
+
+        QTest::keyPress(window, Qt::Key_Return);
+        QCOMPARE(UserSettings::shared().tipFromEveryone(), true);
+        for (int repeat = 0; repeat < 3; ++repeat) {
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+            QCoreApplication::sendEvent(window, &held);
+        }
+        QTest::keyRelease(window, Qt::Key_Return);
+
+        QCOMPARE(UserSettings::shared().tipFromEveryone(), true);
     }
 
     void aChangedThemeIsAppliedToTheOpenWindowAtOnce()

@@ -13,11 +13,17 @@ T.Button {
     property color fill: "transparent"
     property real radius: Theme.controlRadius
 
+    // A key that is held presses once, unless the button is made to repeat.
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat || button.autoRepeat)
+            button.clicked();
+    }
+
     Accessible.name: button.accessibleName
     Accessible.onPressAction: if (button.enabled) button.clicked()
     Accessible.role: Accessible.Button
-    Keys.onEnterPressed: button.clicked()
-    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: event => button.pressByKey(event)
+    Keys.onReturnPressed: event => button.pressByKey(event)
     hoverEnabled: true
     implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
     implicitWidth: Math.max(Theme.rowHeight, implicitContentWidth + leftPadding + rightPadding)

@@ -18,14 +18,19 @@ T.Switch {
         row.checked = Qt.binding(() => row.on);
     }
 
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            row.press();
+    }
+
     Accessible.checkable: true
     Accessible.checked: row.checked
     Accessible.name: row.text
     Accessible.onPressAction: if (row.enabled) row.press()
     Accessible.onToggleAction: if (row.enabled) row.press()
     Accessible.role: Accessible.CheckBox
-    Keys.onEnterPressed: row.press()
-    Keys.onReturnPressed: row.press()
+    Keys.onEnterPressed: event => row.pressByKey(event)
+    Keys.onReturnPressed: event => row.pressByKey(event)
     Layout.fillWidth: true
     bottomPadding: Theme.lineSpace
     checked: row.on

@@ -2,6 +2,8 @@
 #include "Icon.h"
 
 #include <QDir>
+#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <QTest>
@@ -52,6 +54,10 @@ private Q_SLOTS:
         QFont font(QStringLiteral("Inter"));
         font.setPixelSize(26);
         figure.setProperty("font", font);
+        const QFontMetricsF metrics(font);
+        QCOMPARE(QFontInfo(font).family(), QStringLiteral("Inter"));
+        QVERIFY(metrics.horizontalAdvance(QLatin1Char('1'))
+            < metrics.horizontalAdvance(QLatin1Char('8')));
 
         const double ones = widthOf(figure, "$111.11");
 
