@@ -3,12 +3,16 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace {
+
+constexpr std::array handledSignals { SIGTERM, SIGINT, SIGHUP };
+std::array<struct sigaction, handledSignals.size()> previousActions {};
 
 int wakeUp = -1; // an eventfd: the one thing that a signal handler may touch
 
@@ -34,16 +38,21 @@ TerminationSignals::TerminationSignals()
     struct sigaction action { };
     action.sa_handler = onSignal;
     action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
-    for (const int signal : { SIGTERM, SIGINT, SIGHUP })
-        sigaction(signal, &action, nullptr);
+    for (std::size_t i = 0; i < handledSignals.size(); ++i) {
+        sigaction(handledSignals[i], nullptr, &previousActions[i]);
+        // Who started the program to ignore a signal ("nohup") is obeyed.
+        if (previousActions[i].sa_handler != SIG_IGN)
+            sigaction(handledSignals[i], &action, nullptr);
+    }
 }
 
 TerminationSignals::~TerminationSignals()
 {
-    for (const int signal : { SIGTERM, SIGINT, SIGHUP })
-        std::signal(signal, SIG_DFL);
+    if (wakeUp < 0)
+        return;
+    for (std::size_t i = 0; i < handledSignals.size(); ++i)
+        sigaction(handledSignals[i], &previousActions[i], nullptr);
     qDeleteAll(findChildren<QSocketNotifier*>());
-    if (wakeUp >= 0)
-        close(wakeUp);
+    close(wakeUp);
     wakeUp = -1;
 }
