@@ -4,6 +4,7 @@
 
 #include <QDesktopServices>
 #include <QProcess>
+#include <QSet>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -16,6 +17,14 @@ QUrl mailtoUrl(const QString& subject, const QString& body)
         + QString::fromLatin1(QUrl::toPercentEncoding(
             QString(body).replace(QLatin1Char('\n'), QLatin1String("\r\n"))));
     return QUrl(address, QUrl::StrictMode);
+}
+
+/// The mail programs that are being started. They have no parent, since that would end them with
+/// this program; never torn down, for the same reason.
+QSet<QProcess*>& mailPrograms()
+{
+    static auto* const programs = new QSet<QProcess*>;
+    return *programs;
 }
 
 } // namespace
@@ -46,8 +55,9 @@ void EmailComposer::composeWithoutPortal(const QString& subject, const QString& 
         return;
     }
 
-    // Not ours by parentage: a mail program that is still starting outlives this one.
     auto* const process = new QProcess;
+    mailPrograms().insert(process);
+    connect(process, &QObject::destroyed, process, [process] { mailPrograms().remove(process); });
     connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
             return;
