@@ -14,7 +14,7 @@ Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
 
 namespace {
 
-/// The software renderer starts faster and takes a third of the memory of the GPU's, and the
+/// The software renderer starts faster and takes less than half the memory of OpenGL, and the
 /// screens need nothing that it lacks. Who chose another one in the environment keeps it.
 void chooseRenderer()
 {
