@@ -1,0 +1,176 @@
+#include "NSPersistentStoreCoordinator.h"
+
+#include "sqlite/SqliteStore.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <sys/stat.h>
+
+namespace {
+
+/// A folder that is made here is for the user alone; one that exists belongs to someone else.
+bool ensureFolder(const QString& folder)
+{
+    if (QFileInfo::exists(folder))
+        return true;
+    return QDir().mkpath(QFileInfo(folder).absolutePath())
+        && (::mkdir(QFile::encodeName(folder).constData(), S_IRWXU) == 0 || errno == EEXIST);
+}
+
+const QString& keyOf(PersistentHistoryChangeKind kind)
+{
+    switch (kind) {
+    case PersistentHistoryChangeKind::Insert:
+        return NSInsertedObjectsKey;
+    case PersistentHistoryChangeKind::Update:
+        return NSUpdatedObjectsKey;
+    case PersistentHistoryChangeKind::Delete:
+        break;
+    }
+    return NSDeletedObjectsKey;
+}
+
+} // namespace
+
+NSPersistentStoreCoordinator::NSPersistentStoreCoordinator(
+    std::shared_ptr<const NSManagedObjectModel> model)
+    : m_model(std::move(model))
+{
+}
+
+NSPersistentStoreCoordinator::~NSPersistentStoreCoordinator() = default;
+
+Result<void> NSPersistentStoreCoordinator::addPersistentStore(
+    const NSPersistentStoreDescription& description, History history)
+{
+    const QString path = description.url().toLocalFile();
+    if (m_store || path.isEmpty() || !ensureFolder(QFileInfo(path).absolutePath()))
+        return StoreError { StoreError::Code::CannotOpen,
+            QStringLiteral("The store's folder cannot be used."),
+            { { QStringLiteral("path"), path } } };
+    StoreSettings settings;
+    settings.path = path;
+    if (description.isOn(NSMigratePersistentStoresAutomaticallyOption)
+        && description.isOn(NSInferMappingModelAutomaticallyOption))
+        settings.migration = Migration::AddAttributes;
+    settings.keepsHistory
+        = history == History::Required || description.isOn(NSPersistentHistoryTrackingKey);
+    auto opened = SqliteStore::open(settings, *m_model);
+    if (!opened)
+        return opened.error();
+    const Result<qint64> last = (*opened)->lastTransaction();
+    if (!last)
+        return last.error();
+    m_store = std::move(*opened);
+    m_lastSeenTransaction = *last;
+    m_notifiesOfRemoteChanges
+        = description.isOn(NSPersistentStoreRemoteChangeNotificationOptionKey);
+    return {};
+}
+
+Result<SqliteStore*> NSPersistentStoreCoordinator::loadedStore() const
+{
+    if (!m_store)
+        return StoreError { StoreError::Code::NoStore,
+            QStringLiteral("The container has not loaded its store."), {} };
+    return m_store.get();
+}
+
+void NSPersistentStoreCoordinator::didSave(
+    const NSManagedObjectContext& saver, const NSObjectIDChanges& changes)
+{
+    mergeAutomatically(&saver, changes);
+}
+
+void NSPersistentStoreCoordinator::mergeAutomatically(
+    const NSManagedObjectContext* except, const NSObjectIDChanges& changes)
+{
+    std::vector<NSManagedObjectContext*> into;
+    std::copy_if(
+        m_contexts.begin(), m_contexts.end(), std::back_inserter(into), [&](auto* context) {
+            return context != except && context->automaticallyMergesChangesFromParent();
+        });
+    NSManagedObjectContext::mergeChanges(changes, into);
+}
+
+Result<bool> NSPersistentStoreCoordinator::pollRemoteChanges()
+{
+    const Result<SqliteStore*> store = loadedStore();
+    if (!store)
+        return store.error();
+    const Result<bool> isChanged = (*store)->wasChangedElsewhere();
+    if (!isChanged || !*isChanged)
+        return isChanged;
+    if (!(*store)->keepsHistory()) {
+        for (NSManagedObjectContext* context : std::vector(m_contexts)) {
+            if (context->automaticallyMergesChangesFromParent())
+                context->refreshAllObjects();
+        }
+        if (m_notifiesOfRemoteChanges)
+            Q_EMIT remoteChange({});
+        return true;
+    }
+    const Result<NSObjectIDChanges> changes = changesOfOthers();
+    if (!changes)
+        return changes.error();
+    if (changes->isEmpty())
+        return false;
+    mergeAutomatically(nullptr, *changes);
+    if (m_notifiesOfRemoteChanges)
+        Q_EMIT remoteChange(*changes);
+    return true;
+}
+
+Result<NSObjectIDChanges> NSPersistentStoreCoordinator::changesOfOthers()
+{
+    const auto transactions = m_store->historyAfter(m_lastSeenTransaction);
+    if (!transactions)
+        return transactions.error();
+    const std::vector<qint64> own = m_store->takeOwnTransactions();
+    NSObjectIDChanges changes;
+    QSet<NSManagedObjectID> deleted;
+    for (const PersistentHistoryTransaction& transaction : *transactions) {
+        m_lastSeenTransaction = transaction.number;
+        if (std::find(own.begin(), own.end(), transaction.number) != own.end())
+            continue;
+        for (const PersistentHistoryChange& change : transaction.changes)
+            changes[keyOf(change.kind)].push_back(change.id);
+    }
+    // What came and went between two looks never was.
+    for (const NSManagedObjectID& id : changes.value(NSDeletedObjectsKey))
+        deleted.insert(id);
+    for (const QString& key : { NSInsertedObjectsKey, NSUpdatedObjectsKey }) {
+        const auto list = changes.find(key);
+        if (list != changes.end())
+            std::erase_if(*list, [&](const auto& id) { return deleted.contains(id); });
+    }
+    return changes;
+}
+
+Result<std::vector<PersistentHistoryTransaction>> NSPersistentStoreCoordinator::persistentHistory(
+    qint64 after) const
+{
+    const Result<SqliteStore*> store = loadedStore();
+    if (!store)
+        return store.error();
+    return (*store)->historyAfter(after);
+}
+
+Result<void> NSPersistentStoreCoordinator::prunePersistentHistory(qint64 upTo)
+{
+    const Result<SqliteStore*> store = loadedStore();
+    if (!store)
+        return store.error();
+    return (*store)->pruneHistory(upTo);
+}
+
+Result<QUuid> NSPersistentStoreCoordinator::identifierOf(const NSManagedObjectID& id) const
+{
+    const Result<SqliteStore*> store = loadedStore();
+    if (!store)
+        return store.error();
+    return (*store)->identifierOf(id);
+}

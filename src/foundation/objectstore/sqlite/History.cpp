@@ -1,0 +1,125 @@
+#include "History.h"
+
+#include <algorithm>
+
+namespace {
+
+void insertRow(SqliteConnection& connection, bool isFirst, const QString& author, int kind,
+    int entity, quint64 attributes, const std::string& identities)
+{
+    Query insert(connection,
+        "INSERT INTO _store_history (stamp, author, kind, entity, attributes, identities) "
+        "VALUES (?, ?, ?, ?, ?, ?)");
+    insert->clearBindings();
+    if (isFirst)
+        insert->bind(1, static_cast<int64_t>(QDateTime::currentMSecsSinceEpoch()));
+    if (isFirst && !author.isEmpty())
+        insert->bind(2, author.toStdString());
+    insert->bind(3, kind);
+    insert->bind(4, entity);
+    if (attributes != 0)
+        insert->bind(5, static_cast<int64_t>(attributes));
+    insert->bind(6, identities.data(), static_cast<int>(identities.size()));
+    insert->exec();
+}
+
+void appendChanges(
+    PersistentHistoryTransaction& transaction, SQLite::Statement& row, const EntityTable& table)
+{
+    const SQLite::Column bytes = row.getColumn(5);
+    const auto ids = unpackIdentities(
+        { static_cast<const char*>(bytes.getBlob()), static_cast<std::size_t>(bytes.getBytes()) });
+    if (!ids)
+        throw StoreError { StoreError::Code::Corrupt, QStringLiteral("The history is damaged."),
+            {} };
+    const auto kind = static_cast<PersistentHistoryChangeKind>(row.getColumn(2).getInt());
+    const quint64 attributes = table.fromFile(static_cast<quint64>(row.getColumn(4).getInt64()));
+    for (const qint64 id : *ids)
+        transaction.changes.push_back({ kind, { &table.entity(), id }, attributes });
+}
+
+} // namespace
+
+void HistoryWriter::add(Kind kind, const EntityTable& table, quint64 attributes, qint64 id)
+{
+    m_groups[{ kind, table.number(), table.toFile(attributes) }].push_back(id);
+}
+
+void HistoryWriter::add(Kind kind, const EntityTable& table, const std::vector<qint64>& ids)
+{
+    if (ids.empty())
+        return;
+    auto& group = m_groups[{ kind, table.number(), 0 }];
+    group.insert(group.end(), ids.begin(), ids.end());
+}
+
+qint64 HistoryWriter::write(SqliteConnection& connection, const QString& author)
+{
+    qint64 number = 0;
+    for (auto& [group, ids] : m_groups) {
+        insertRow(connection, number == 0, author, static_cast<int>(group.kind), group.entity,
+            group.attributes, packIdentities(std::move(ids)));
+        if (number == 0)
+            number = connection.database().getLastInsertRowid();
+    }
+    return number;
+}
+
+std::vector<PersistentHistoryTransaction> readHistory(
+    SqliteConnection& connection, const EntityTables& tables, qint64 after)
+{
+    std::vector<PersistentHistoryTransaction> transactions;
+    Query query(connection,
+        "SELECT number, stamp, kind, entity, attributes, identities, author FROM _store_history "
+        "WHERE number > ? ORDER BY number");
+    query->bind(1, static_cast<int64_t>(after));
+    while (query->executeStep()) {
+        if (!query->getColumn(1).isNull())
+            transactions.push_back({ query->getColumn(0).getInt64(),
+                QDateTime::fromMSecsSinceEpoch(query->getColumn(1).getInt64(), Qt::UTC),
+                QString::fromUtf8(query->getColumn(6).getText()), {} });
+        const EntityTable* table = tables.numbered(query->getColumn(3).getInt());
+        if (!transactions.empty() && table != nullptr) // before: the rest of transaction `after`
+            appendChanges(transactions.back(), *query, *table);
+    }
+    return transactions;
+}
+
+std::string packIdentities(std::vector<qint64> ids)
+{
+    std::sort(ids.begin(), ids.end());
+    std::string bytes;
+    quint64 previous = 0;
+    for (const qint64 id : ids) {
+        quint64 rest = static_cast<quint64>(id) - previous;
+        previous = static_cast<quint64>(id);
+        for (; rest >= 0x80; rest >>= 7)
+            bytes += static_cast<char>((rest & 0x7f) | 0x80);
+        bytes += static_cast<char>(rest);
+    }
+    return bytes;
+}
+
+std::optional<std::vector<qint64>> unpackIdentities(std::string_view bytes)
+{
+    std::vector<qint64> ids;
+    quint64 number = 0;
+    quint64 difference = 0;
+    int shift = 0;
+    for (const char character : bytes) {
+        const auto byte = static_cast<quint8>(character);
+        if (shift > 56)
+            return std::nullopt;
+        difference |= static_cast<quint64>(byte & 0x7f) << shift;
+        shift += 7;
+        if ((byte & 0x80) != 0)
+            continue;
+        number += difference;
+        ids.push_back(static_cast<qint64>(number));
+        difference = 0;
+        shift = 0;
+    }
+    if (shift != 0)
+        return std::nullopt;
+    return ids;
+}

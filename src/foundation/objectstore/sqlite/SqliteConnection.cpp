@@ -1,0 +1,79 @@
+#include "SqliteConnection.h"
+
+#include <sqlite3.h>
+
+namespace {
+
+constexpr int busyTimeoutMs = 5000;
+
+int flagsFor(SqliteConnection::Access access)
+{
+    switch (access) {
+    case SqliteConnection::Access::Write:
+        return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+    case SqliteConnection::Access::Read:
+        return SQLite::OPEN_READWRITE; // a read-only one could not recover a log that it finds
+    case SqliteConnection::Access::Inspect:
+        break;
+    }
+    return SQLite::OPEN_READONLY;
+}
+
+StoreError::Code codeFor(int code)
+{
+    using Code = StoreError::Code;
+    switch (code) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return Code::Locked;
+    case SQLITE_FULL:
+        return Code::DiskFull;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return Code::Corrupt;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return Code::PermissionDenied;
+    case SQLITE_CANTOPEN:
+        return Code::CannotOpen;
+    default:
+        return Code::InputOutput;
+    }
+}
+
+} // namespace
+
+SqliteConnection::SqliteConnection(const QString& path, Access access)
+    : m_path(path)
+    , m_database(path.toStdString(), flagsFor(access), busyTimeoutMs)
+{
+}
+
+SQLite::Statement& SqliteConnection::statement(const std::string& sql)
+{
+    std::unique_ptr<SQLite::Statement>& kept = m_statements[sql];
+    if (!kept) {
+        try {
+            kept = std::make_unique<SQLite::Statement>(m_database, sql);
+        } catch (...) {
+            m_statements.erase(sql);
+            throw;
+        }
+    }
+    return *kept;
+}
+
+qint64 SqliteConnection::integer(const std::string& sql)
+{
+    Query query(*this, sql);
+    return query->executeStep() ? query->getColumn(0).getInt64() : 0;
+}
+
+StoreError storeErrorFrom(const SQLite::Exception& exception, const QString& path)
+{
+    return { codeFor(exception.getErrorCode() & 0xff),
+        QStringLiteral("The store could not be used: %1.").arg(QString::fromUtf8(exception.what())),
+        { { QStringLiteral("path"), path },
+            { QStringLiteral("sqliteCode"), exception.getExtendedErrorCode() } } };
+}

@@ -1,0 +1,171 @@
+#include "SqliteStore.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// The file must exist with the right mode before SQLite opens it: the log and the index beside it
+/// get the mode of the file. An existing one is never opened here, because closing it would drop
+/// the locks that other connections of this process hold on it.
+void ensureOwnFile(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const int file
+        = ::open(name.constData(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file >= 0) {
+        ::close(file);
+        return;
+    }
+    const int problem = errno;
+    if (problem == EEXIST)
+        return;
+    throw StoreError { problem == EACCES || problem == EROFS ? StoreError::Code::PermissionDenied
+                                                             : StoreError::Code::CannotOpen,
+        QStringLiteral("The store file cannot be created: %1.")
+            .arg(QString::fromLocal8Bit(std::strerror(problem))),
+        { { QStringLiteral("path"), path } } };
+}
+
+void requireAccess(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+    if (::access(name.constData(), R_OK | W_OK) != 0 || ::access(folder.constData(), W_OK) != 0)
+        throw StoreError { StoreError::Code::PermissionDenied,
+            QStringLiteral("The store file may not be read and written."),
+            { { QStringLiteral("path"), path } } };
+}
+
+void closeToOthers(const QString& path)
+{
+    for (const char* suffix : { "", "-wal", "-shm" })
+        (void)::chmod(
+            QFile::encodeName(path + QLatin1String(suffix)).constData(), S_IRUSR | S_IWUSR);
+}
+
+/// Looks at an existing file through a connection that cannot write, so that a file which is not
+/// ours stays as it is, byte for byte.
+SqliteConnection openExamined(const StoreSettings& settings, const NSManagedObjectModel& model)
+{
+    ensureOwnFile(settings.path);
+    requireAccess(settings.path);
+    if (QFileInfo(settings.path).size() > 0) {
+        SqliteConnection inspection(settings.path, SqliteConnection::Access::Inspect);
+        StoreSchema::examine(inspection, model, settings.migration);
+    }
+    closeToOthers(settings.path);
+    return { settings.path, SqliteConnection::Access::Write };
+}
+
+std::shared_ptr<const EntityTables> prepared(
+    SqliteConnection& connection, const StoreSettings& settings, const NSManagedObjectModel& model)
+{
+    StoreSchema::examine(connection, model, settings.migration);
+    SQLite::Database& database = connection.database();
+    database.exec("PRAGMA journal_mode = WAL");
+    database.exec("PRAGMA synchronous = FULL"); // a save that returned is on the disk
+    database.exec("PRAGMA journal_size_limit = 4194304"); // a large log shrinks at its next start
+    return StoreSchema::prepare(connection, model, settings.migration);
+}
+
+} // namespace
+
+Result<std::unique_ptr<SqliteStore>> SqliteStore::open(
+    const StoreSettings& settings, const NSManagedObjectModel& model)
+{
+    return guarded(settings.path, [&] { return std::make_unique<SqliteStore>(settings, model); });
+}
+
+SqliteStore::SqliteStore(const StoreSettings& settings, const NSManagedObjectModel& model)
+    : m_settings(settings)
+    , m_connection(openExamined(settings, model))
+    , m_tables(prepared(m_connection, settings, model))
+    , m_reader(settings.path, m_tables, StoreReader::View::Newest)
+    , m_origin(static_cast<qint64>(QRandomGenerator::system()->generate64()))
+    , m_dataVersion(m_connection.integer("PRAGMA data_version"))
+{
+}
+
+Result<std::unique_ptr<StoreReader>> SqliteStore::openPinnedReader()
+{
+    return guarded(m_settings.path, [&] {
+        return std::make_unique<StoreReader>(m_settings.path, m_tables, StoreReader::View::Pinned);
+    });
+}
+
+Result<std::unique_ptr<IdentityCursor>> SqliteStore::openCursor(const NSFetchRequest& request)
+{
+    return guarded(m_settings.path,
+        [&] { return std::make_unique<IdentityCursor>(m_settings.path, m_tables, request); });
+}
+
+Result<std::vector<PersistentHistoryTransaction>> SqliteStore::historyAfter(qint64 number)
+{
+    return guarded(m_settings.path, [&] { return readHistory(m_connection, *m_tables, number); });
+}
+
+Result<void> SqliteStore::pruneHistory(qint64 upTo)
+{
+    return guarded(m_settings.path, [&] {
+        // The row with the stamp speaks for the deletions of its transaction, so it stays with
+        // them.
+        Query remove(m_connection,
+            "DELETE FROM _store_history WHERE number <= ?1 AND kind <> 2 AND (stamp IS NULL OR "
+            "NOT EXISTS (SELECT 1 FROM _store_history AS later WHERE later.number > "
+            "_store_history.number AND later.kind = 2 AND later.number < ifnull((SELECT "
+            "min(number) FROM _store_history AS next WHERE next.number > _store_history.number "
+            "AND next.stamp IS NOT NULL), 9223372036854775807)))");
+        // The last transaction stays in any case: its number must not be given again.
+        const qint64 last = m_connection.integer("SELECT max(number) FROM _store_history");
+        remove->bind(1, static_cast<int64_t>(std::min(upTo, last - 1)));
+        remove->exec();
+    });
+}
+
+Result<qint64> SqliteStore::lastTransaction()
+{
+    return guarded(m_settings.path, [&] {
+        return m_connection.integer(
+            "SELECT max(number) FROM _store_history WHERE stamp IS NOT NULL");
+    });
+}
+
+Result<bool> SqliteStore::wasChangedElsewhere()
+{
+    return guarded(m_settings.path, [&] {
+        const qint64 version = m_connection.integer("PRAGMA data_version");
+        return std::exchange(m_dataVersion, version) != version;
+    });
+}
+
+Result<QUuid> SqliteStore::identifierOf(const NSManagedObjectID& id)
+{
+    return guarded(m_settings.path, [&] {
+        Query query(m_connection,
+            "SELECT identifier FROM _store_origin WHERE entity = ? AND first <= ? "
+            "ORDER BY first DESC LIMIT 1");
+        query->bind(1, m_tables->of(id.entity()).number());
+        query->bind(2, static_cast<int64_t>(id.number()));
+        if (!query->executeStep())
+            throw StoreError { StoreError::Code::ObjectMissing,
+                QStringLiteral("%1 was never saved.").arg(id.toString()), {} };
+        const auto high = static_cast<quint64>(query->getColumn(0).getInt64());
+        const auto low = static_cast<quint64>(id.number());
+        const auto byteOf
+            = [](quint64 bits, int index) { return static_cast<uchar>(bits >> (56 - 8 * index)); };
+        // The form of a custom identifier (RFC 9562, version 8), with 58 of the 64 random bits.
+        return QUuid(static_cast<uint>(high >> 32), static_cast<ushort>(high >> 16),
+            static_cast<ushort>((high & 0x0fff) | 0x8000),
+            static_cast<uchar>((byteOf(low, 0) & 0x3f) | 0x80), byteOf(low, 1), byteOf(low, 2),
+            byteOf(low, 3), byteOf(low, 4), byteOf(low, 5), byteOf(low, 6), byteOf(low, 7));
+    });
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "../NSMergePolicy.h"
+#include "History.h"
+#include "StoreSchema.h"
+
+#include <QUuid>
+
+/// A record that a context wants saved.
+struct RowChange {
+    const NSEntityDescription* entity = nullptr;
+    qint64 id = 0; ///< without meaning for an insertion
+    qint64 version = 0; ///< the version that the context read
+    const AttributeValues* values = nullptr;
+    quint64 changed = 0; ///< of an update: the attributes to write
+};
+
+/// What a context wants saved, in one transaction.
+struct SaveRequest {
+    std::vector<RowChange> inserts;
+    std::vector<RowChange> updates;
+    std::vector<RowChange> deletes;
+    NSMergePolicy policy = NSMergePolicy::NSErrorMergePolicy;
+    QString author;
+};
+
+/// What a save made of a request, each list in the order of the request's.
+struct SaveOutcome {
+    struct Updated {
+        enum class Kind { Written, Merged, Gone };
+        Kind kind = Kind::Written;
+        qint64 version = 0;
+        AttributeValues values; ///< where merged: what the store now has
+    };
+
+    std::vector<qint64> inserted; ///< the new identities
+    std::vector<Updated> updated;
+};
+
+/// How a store is opened.
+struct StoreSettings {
+    QString path;
+    Migration migration = Migration::Refuse;
+    bool keepsHistory = false;
+};
+
+/// One open store file. Every change is one transaction, on the disk when the call returns.
+class SqliteStore {
+public:
+    /// Creates the file where there is none, readable by its owner alone. A file that cannot be
+    /// used is left untouched.
+    static Result<std::unique_ptr<SqliteStore>> open(
+        const StoreSettings& settings, const NSManagedObjectModel& model);
+
+    /// Throws like the functions of StoreSchema; use open().
+    SqliteStore(const StoreSettings& settings, const NSManagedObjectModel& model);
+
+    StoreReader& reader() { return m_reader; }
+    Result<std::unique_ptr<StoreReader>> openPinnedReader();
+    Result<std::unique_ptr<IdentityCursor>> openCursor(const NSFetchRequest& request);
+
+    Result<SaveOutcome> save(const SaveRequest& request);
+    /// The identities deleted, ascending.
+    Result<std::vector<qint64>> batchDelete(const NSFetchRequest& request, const QString& author);
+
+    [[nodiscard]] bool keepsHistory() const { return m_settings.keepsHistory; }
+    Result<std::vector<PersistentHistoryTransaction>> historyAfter(qint64 number);
+    /// Forgets insertions and updates up to a transaction; deletions stay.
+    Result<void> pruneHistory(qint64 upTo);
+    /// The number of the last transaction.
+    Result<qint64> lastTransaction();
+    /// Whether another connection changed the file since this was last asked.
+    Result<bool> wasChangedElsewhere();
+    /// The transactions that this object wrote since it was last asked.
+    std::vector<qint64> takeOwnTransactions() { return std::exchange(m_ownTransactions, {}); }
+
+    /// An identifier of a record that no other record anywhere has.
+    Result<QUuid> identifierOf(const NSManagedObjectID& id);
+
+private:
+    void insertRows(const SaveRequest& request, SaveOutcome& outcome, HistoryWriter& history);
+    void updateRows(const SaveRequest& request, SaveOutcome& outcome, HistoryWriter& history);
+    void deleteRows(const SaveRequest& request, HistoryWriter& history);
+    SaveOutcome::Updated update(
+        const RowChange& change, NSMergePolicy policy, QStringList& conflicts);
+    void examineDeletions(const SaveRequest& request, QStringList& conflicts);
+    void writeHistory(HistoryWriter& history, const QString& author);
+
+    std::optional<qint64> versionOf(const EntityTable& table, qint64 id);
+    qint64 lastIdentity(const EntityTable& table);
+    void noteOrigin(const EntityTable& table, qint64 first);
+    void noteDeleted(const EntityTable& table, qint64 highest);
+
+    StoreSettings m_settings;
+    SqliteConnection m_connection;
+    std::shared_ptr<const EntityTables> m_tables;
+    StoreReader m_reader;
+    qint64 m_origin;
+    qint64 m_dataVersion = 0;
+    std::vector<qint64> m_ownTransactions;
+};
