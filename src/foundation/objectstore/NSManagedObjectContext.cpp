@@ -4,8 +4,6 @@
 #include "NSPersistentStoreCoordinator.h"
 #include "sqlite/SqliteStore.h"
 
-#include <QTimer>
-
 #include <algorithm>
 
 namespace {
@@ -132,7 +130,7 @@ void NSManagedObjectContext::touch(NSManagedObject& object)
         return;
     m_touched.push_back(object.shared_from_this());
     if (!std::exchange(m_isAnnouncementQueued, true))
-        QTimer::singleShot(0, this, &NSManagedObjectContext::processPendingChanges);
+        QMetaObject::invokeMethod(this, "processPendingChanges", Qt::QueuedConnection);
 }
 
 void NSManagedObjectContext::processPendingChanges()
@@ -215,5 +213,13 @@ void NSManagedObjectContext::reset()
 
 void NSManagedObjectContext::perform(std::function<void()> work)
 {
-    QTimer::singleShot(0, this, std::move(work));
+    m_work.push_back(std::move(work));
+    QMetaObject::invokeMethod(this, "runWork", Qt::QueuedConnection);
+}
+
+void NSManagedObjectContext::runWork()
+{
+    const std::function<void()> work = std::move(m_work.front());
+    m_work.pop_front();
+    work();
 }

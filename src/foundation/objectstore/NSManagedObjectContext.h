@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <deque>
 #include <functional>
 #include <unordered_map>
 
@@ -87,7 +88,7 @@ public:
 
     /// Announces what changed since the last time. Happens by itself before a fetch and a save, and
     /// in the next turn of the event loop.
-    void processPendingChanges();
+    Q_INVOKABLE void processPendingChanges();
 
     [[nodiscard]] NSPersistentStoreCoordinator& persistentStoreCoordinator() const
     {
@@ -114,6 +115,7 @@ private:
 
     Object registerObject(const NSManagedObjectID& id);
     Registry& registryOf(const NSEntityDescription* entity) { return m_registries[entity]; }
+    Q_INVOKABLE void runWork();
     void forget(const NSManagedObject& object);
     void noteChanged(NSManagedObject& object);
     void touch(NSManagedObject& object);
@@ -144,6 +146,7 @@ private:
     std::unordered_map<const NSEntityDescription*, Registry> m_registries;
     std::vector<Object> m_changed; // in the order of the first change; may hold settled ones
     std::vector<Object> m_touched; // to be announced
+    std::deque<std::function<void()>> m_work; // waits for its turn of the event loop
     std::size_t m_pendingCount = 0;
     bool m_isAnnouncementQueued = false;
     NSMergePolicy m_mergePolicy = NSMergePolicy::NSErrorMergePolicy;
