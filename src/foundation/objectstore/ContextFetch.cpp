@@ -118,7 +118,8 @@ Result<std::vector<NSManagedObjectContext::Object>> NSManagedObjectContext::fetc
     std::vector<Object> objects;
     for (const NSManagedObjectID& id : *ids)
         objects.push_back(objectWithID(id));
-    fulfilFaults(objects);
+    if (const Result<void> read = fulfilFaults(objects); !read)
+        return read.error();
     return objects;
 }
 
@@ -167,23 +168,25 @@ Result<NSManagedObjectContext::Object> NSManagedObjectContext::existingObject(
     return object;
 }
 
-void NSManagedObjectContext::fulfilFaults(const std::vector<Object>& objects)
+Result<void> NSManagedObjectContext::fulfilFaults(const std::vector<Object>& objects)
 {
     std::unordered_map<const NSEntityDescription*, std::vector<qint64>> wanted;
     for (const Object& object : objects) {
         if (object->m_isFault && object->m_context == this)
             wanted[&object->entity()].push_back(object->m_id.number());
     }
+    if (reader() == nullptr)
+        return noStore();
     for (const auto& [entity, ids] : wanted) {
-        if (reader() == nullptr)
-            return;
-        // Where a read fails the objects stay faults, and are read one by one when asked.
-        (void)reader()->rows(entity, ids, [&, of = entity](StoredRow&& row) {
+        Result<void> read = reader()->rows(entity, ids, [&, of = entity](StoredRow&& row) {
             NSManagedObject* object = registeredObject({ of, row.id });
             if (object != nullptr && object->m_isFault)
                 object->fulfil(std::move(row.values), row.version);
         });
+        if (!read)
+            return read;
     }
+    return {};
 }
 
 void NSManagedObjectContext::fireFault(NSManagedObject& object)
@@ -196,7 +199,7 @@ void NSManagedObjectContext::fireFault(NSManagedObject& object)
             if (NSManagedObject* other = registeredObject({ batch->entity, id }))
                 together.push_back(other->shared_from_this());
         }
-        fulfilFaults(together);
+        (void)fulfilFaults(together); // where that fails, they are read one by one
     }
     if (!object.m_isFault)
         return;

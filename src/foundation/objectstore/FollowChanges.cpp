@@ -35,32 +35,41 @@ void NSFetchedResultsController::follow(const ObjectChanges& changes)
         && (changes.updated.front().attributes & m_order->attributes()) != 0)
         return followUpdate(changes.updated.front().id);
 
+    const Evaluation evaluation = evaluate(changes);
+    if (evaluation.inserted.size() > maxInsertions)
+        return startAfresh();
+    removeRows(evaluation);
+    for (const NSManagedObjectID& id : evaluation.inserted)
+        insertRow(id);
+    announceUpdates(evaluation);
+}
+
+NSFetchedResultsController::Evaluation NSFetchedResultsController::evaluate(
+    const ObjectChanges& changes) const
+{
     Evaluation evaluation;
     evaluation.removed.reserve(static_cast<qsizetype>(changes.deleted.size()));
     for (const NSManagedObjectID& id : changes.deleted) {
         if (id.entity() == m_entity)
             evaluation.removed.insert(id.number());
     }
+    // Whatever is to be put in its place leaves the place it may have; a record that is reported
+    // twice is put there once.
+    const auto place = [&](const NSManagedObjectID& id) {
+        if (id.entity() != m_entity || evaluation.removed.contains(id.number()))
+            return;
+        evaluation.removed.insert(id.number());
+        evaluation.inserted.push_back(id);
+    };
     for (const ObjectChanges::Update& update : changes.updated) {
-        if (update.id.entity() != m_entity)
-            continue;
-        if ((update.attributes & m_order->attributes()) == 0)
+        if ((update.attributes & m_order->attributes()) != 0)
+            place(update.id);
+        else if (update.id.entity() == m_entity)
             evaluation.updated.insert(update.id.number());
-        else
-            evaluation.inserted.push_back(update.id);
     }
-    for (const NSManagedObjectID& id : changes.inserted) {
-        if (id.entity() == m_entity)
-            evaluation.inserted.push_back(id);
-    }
-    if (evaluation.inserted.size() > maxInsertions)
-        return startAfresh();
-    for (const NSManagedObjectID& id : evaluation.inserted)
-        evaluation.removed.insert(id.number()); // where one is already in the list
-    removeRows(evaluation);
-    for (const NSManagedObjectID& id : evaluation.inserted)
-        insertRow(*m_context.objectWithID(id));
-    announceUpdates(evaluation);
+    for (const NSManagedObjectID& id : changes.inserted)
+        place(id);
+    return evaluation;
 }
 
 void NSFetchedResultsController::startAfresh() { (void)performFetch(); }
@@ -72,7 +81,7 @@ void NSFetchedResultsController::followUpdate(const NSManagedObjectID& id)
     const qsizetype row = m_ids.indexOf(id.number());
     const Object object = m_context.objectWithID(id);
     if (row < 0)
-        insertRow(*object);
+        insertRow(id);
     else if (!m_order->matches(*object))
         removeRuns({ { row, 1 } });
     else
@@ -146,13 +155,14 @@ void NSFetchedResultsController::removeRuns(
         endResetModel();
 }
 
-void NSFetchedResultsController::insertRow(const NSManagedObject& object)
+void NSFetchedResultsController::insertRow(const NSManagedObjectID& id)
 {
-    if (object.isDeleted() || !m_order->matches(object))
+    const Result<Object> object = m_context.existingObject(id);
+    if (!object || !m_order->matches(**object))
         return;
-    const qsizetype row = placeOf(object);
+    const qsizetype row = placeOf(**object);
     beginInsertRows({}, static_cast<int>(row), static_cast<int>(row));
-    m_ids.insert(row, object.objectID().number());
+    m_ids.insert(row, id.number());
     m_total = m_ids.size();
     endInsertRows();
 }

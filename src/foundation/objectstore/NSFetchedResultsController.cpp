@@ -153,7 +153,7 @@ void NSFetchedResultsController::readWindow(int row) const
     objects.reserve(windowSize);
     for (qsizetype i = first; i < end; ++i)
         objects.push_back(m_context.objectWithID(idAt(i)));
-    m_context.fulfilFaults(objects);
+    (void)m_context.fulfilFaults(objects); // where that fails, they are read one by one
     m_windows.push_back(std::move(objects));
     if (m_windows.size() > maxWindows)
         m_windows.pop_front();

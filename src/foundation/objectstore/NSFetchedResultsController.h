@@ -59,11 +59,12 @@ private:
     void cutShort();
 
     void follow(const ObjectChanges& changes);
+    [[nodiscard]] Evaluation evaluate(const ObjectChanges& changes) const;
     void followUpdate(const NSManagedObjectID& id);
     void moveRow(qsizetype from, const NSManagedObject& object);
     void removeRows(const Evaluation& evaluation);
     void removeRuns(const std::vector<std::pair<qsizetype, qsizetype>>& runs);
-    void insertRow(const NSManagedObject& object);
+    void insertRow(const NSManagedObjectID& id);
     void announceUpdates(const Evaluation& evaluation);
     void adoptIdentities(const PermanentIdentities& identities);
     void startAfresh();

@@ -176,17 +176,25 @@ void NSManagedObjectContext::compactChanged()
 void NSManagedObjectContext::rollback()
 {
     using State = NSManagedObject::State;
+    compactChanged();
+    std::vector<Object> restored;
     for (const Object& object : std::exchange(m_changed, {})) {
         object->m_isListed = false;
-        if (object->m_state == State::Clean || object->m_state == State::Gone)
-            continue;
-        object->m_unannounced |= object->changedAttributes();
+        object->m_unannounced = ~quint64(0);
         touch(*object);
         if (object->m_state == State::Inserted) {
             expel(*object);
         } else {
             dropClaim(*object);
             object->turnIntoFault();
+            restored.push_back(object);
+        }
+    }
+    // A record that is gone must not stay in lists with values that it never had.
+    if (fulfilFaults(restored)) {
+        for (const Object& object : restored) {
+            if (object->m_isFault)
+                expel(*object);
         }
     }
     processPendingChanges();

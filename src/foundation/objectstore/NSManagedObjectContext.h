@@ -41,8 +41,8 @@ public:
     [[nodiscard]] Object objectWithID(const NSManagedObjectID& id);
     /// The same, read from the store at once; fails with ObjectMissing where there is no record.
     Result<Object> existingObject(const NSManagedObjectID& id);
-    /// Reads the values of those that are faults, in few queries.
-    void fulfilFaults(const std::vector<Object>& objects);
+    /// Reads the values of those that are faults, in few queries. One without a record stays one.
+    Result<void> fulfilFaults(const std::vector<Object>& objects);
     Result<std::vector<Object>> fetch(const NSFetchRequest& request);
     Result<std::vector<NSManagedObjectID>> fetchIdentities(const NSFetchRequest& request);
     Result<qint64> count(const NSFetchRequest& request);
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] bool hasChanges() const { return m_pendingCount > 0; }
     /// On failure everything unsaved stays in the context as it was.
     Result<void> save();
-    /// Gives up everything unsaved; objects that were changed are read afresh when asked.
+    /// Gives up everything unsaved; objects that were changed are read afresh.
     void rollback();
     /// Forgets every object; those still held become Gone.
     void reset();

@@ -134,14 +134,15 @@ Result<NSObjectIDChanges> NSPersistentStoreCoordinator::changesOfOthers()
     QSet<NSManagedObjectID> deleted;
     for (const PersistentHistoryTransaction& transaction : *transactions) {
         m_lastSeenTransaction = transaction.number;
-        if (std::find(own.begin(), own.end(), transaction.number) != own.end())
-            continue;
-        for (const PersistentHistoryChange& change : transaction.changes)
-            changes[keyOf(change.kind)].push_back(change.id);
+        const bool isOwn = std::find(own.begin(), own.end(), transaction.number) != own.end();
+        for (const PersistentHistoryChange& change : transaction.changes) {
+            if (change.kind == PersistentHistoryChangeKind::Delete)
+                deleted.insert(change.id);
+            if (!isOwn)
+                changes[keyOf(change.kind)].push_back(change.id);
+        }
     }
-    // What came and went between two looks never was.
-    for (const NSManagedObjectID& id : changes.value(NSDeletedObjectsKey))
-        deleted.insert(id);
+    // What came and went between two looks never was, whoever deleted it.
     for (const QString& key : { NSInsertedObjectsKey, NSUpdatedObjectsKey }) {
         const auto list = changes.find(key);
         if (list != changes.end())
