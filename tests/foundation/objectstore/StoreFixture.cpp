@@ -27,6 +27,20 @@ std::shared_ptr<NSManagedObjectModel> noteModel()
     return model;
 }
 
+std::shared_ptr<NSManagedObjectModel> newerNoteModel()
+{
+    return modelFrom(R"({"version": "2", "entities": [
+        {"name": "Note", "attributes": [
+            {"name": "colour", "type": "string", "default": "it's red"},
+            {"name": "title", "type": "string", "optional": true},
+            {"name": "count", "type": "integer32"},
+            {"name": "weight", "type": "double"},
+            {"name": "stamp", "type": "date", "optional": true},
+            {"name": "rating", "type": "integer32", "default": 3},
+            {"name": "isDone", "type": "boolean"}], "indexes": ["stamp", "rating"]},
+        {"name": "Tag", "attributes": [{"name": "name", "type": "string"}]}]})");
+}
+
 QDateTime at(qint64 milliseconds) { return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC); }
 
 namespace {

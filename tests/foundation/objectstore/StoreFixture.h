@@ -11,6 +11,9 @@
 [[nodiscard]] std::shared_ptr<NSManagedObjectModel> modelFrom(const QByteArray& json);
 [[nodiscard]] std::shared_ptr<NSManagedObjectModel> noteModel();
 
+/// A later version of it: two attributes, an index and an entity more.
+[[nodiscard]] std::shared_ptr<NSManagedObjectModel> newerNoteModel();
+
 /// A date, by milliseconds since 1970.
 [[nodiscard]] QDateTime at(qint64 milliseconds);
 

@@ -1,0 +1,218 @@
+#include "NSFetchedResultsController.h"
+#include "StoreFixture.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <array>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// One store file in several hands: pinned contexts, other containers, other processes.
+class SharingTest : public QObject {
+    Q_OBJECT
+
+private:
+    using QueryGeneration = NSManagedObjectContext::QueryGeneration;
+
+    StoreFolder m_folder;
+    std::unique_ptr<NSPersistentContainer> m_ours;
+    std::unique_ptr<NSPersistentContainer> m_theirs;
+
+    NSManagedObjectContext& context() { return m_ours->viewContext(); }
+    NSManagedObjectContext& theirContext() { return m_theirs->viewContext(); }
+    Result<bool> poll() { return m_ours->persistentStoreCoordinator().pollRemoteChanges(); }
+
+    void open(const QStringList& options)
+    {
+        m_ours = openContainer(m_folder.file(), noteModel(), options);
+        m_theirs = openContainer(m_folder.file(), noteModel(), options);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = StoreFolder();
+        open(
+            { NSPersistentHistoryTrackingKey, NSPersistentStoreRemoteChangeNotificationOptionKey });
+    }
+
+    void cleanup()
+    {
+        m_ours.reset();
+        m_theirs.reset();
+    }
+
+    void aContextCannotBePinnedBeforeTheStoreIsLoaded()
+    {
+        NSPersistentContainer container(QStringLiteral("Notes"), noteModel());
+
+        const auto pinned
+            = container.viewContext().setQueryGenerationFrom(QueryGeneration::Current);
+
+        QCOMPARE(pinned.error().code, StoreError::Code::GenerationUnavailable);
+        QVERIFY(!container.viewContext().isPinned());
+    }
+
+    void aPinnedContextDoesNotSeeWhatOthersSaveUntilItSaves()
+    {
+        addNote(context(), QStringLiteral("a"));
+        mustSave(context());
+        QVERIFY(context().setQueryGenerationFrom(QueryGeneration::Current));
+        addNote(theirContext(), QStringLiteral("b"));
+        mustSave(theirContext());
+
+        QCOMPARE(titles(context()), words("a"));
+        addNote(context(), QStringLiteral("c"));
+        mustSave(context());
+
+        QCOMPARE(titles(context()), words("a b c"));
+        QVERIFY(context().isPinned());
+    }
+
+    void aPinnedContextMovesOnWithAMerge()
+    {
+        addNote(context(), QStringLiteral("a"));
+        mustSave(context());
+        QVERIFY(context().setQueryGenerationFrom(QueryGeneration::Current));
+        const auto note = addNote(theirContext(), QStringLiteral("b"));
+        mustSave(theirContext());
+
+        NSManagedObjectContext::mergeChanges(
+            { { NSInsertedObjectsKey, { note->objectID() } } }, { &context() });
+
+        QCOMPARE(titles(context()), words("a b"));
+    }
+
+    void anUnpinnedContextSeesTheNewestStateAgain()
+    {
+        QVERIFY(context().setQueryGenerationFrom(QueryGeneration::Current));
+        addNote(theirContext(), QStringLiteral("b"));
+        mustSave(theirContext());
+
+        QVERIFY(context().setQueryGenerationFrom(QueryGeneration::Unpinned));
+
+        QCOMPARE(titles(context()), words("b"));
+    }
+
+    void aLookWithoutNewsFindsNothing()
+    {
+        addNote(context(), QStringLiteral("ours"));
+        mustSave(context());
+
+        QCOMPARE(*poll(), false);
+    }
+
+    void aLookFindsExactlyWhatOthersChanged()
+    {
+        const auto changed = addNote(context(), QStringLiteral("changed"));
+        const auto deleted = addNote(context(), QStringLiteral("deleted"));
+        mustSave(context());
+        QSignalSpy remote(
+            &m_ours->persistentStoreCoordinator(), &NSPersistentStoreCoordinator::remoteChange);
+        (*theirContext().existingObject(changed->objectID()))
+            ->setValue(QStringLiteral("theirs"), QStringLiteral("title"));
+        theirContext().deleteObject(**theirContext().existingObject(deleted->objectID()));
+        const auto inserted = addNote(theirContext(), QStringLiteral("inserted"));
+        mustSave(theirContext());
+        addNote(context(), QStringLiteral("ours"));
+        mustSave(context());
+
+        QCOMPARE(*poll(), true);
+
+        QCOMPARE(remote.size(), 1);
+        const auto changes = remote.front().front().value<NSObjectIDChanges>();
+        using Ids = std::vector<NSManagedObjectID>;
+        QCOMPARE(changes.value(NSInsertedObjectsKey), (Ids { inserted->objectID() }));
+        QCOMPARE(changes.value(NSUpdatedObjectsKey), (Ids { changed->objectID() }));
+        QCOMPARE(changes.value(NSDeletedObjectsKey), (Ids { deleted->objectID() }));
+        QCOMPARE(*poll(), false);
+        QCOMPARE(title(*changed), QStringLiteral("changed")); // not merged without being asked
+    }
+
+    void aLookMergesIntoContextsThatMergeAutomatically()
+    {
+        const auto note = addNote(context(), QStringLiteral("a"));
+        mustSave(context());
+        context().setAutomaticallyMergesChangesFromParent(true);
+        NSFetchedResultsController list(notesByDate(SortDescriptor::Order::Ascending), context());
+        QVERIFY(list.performFetch());
+        (*theirContext().existingObject(note->objectID()))
+            ->setValue(QStringLiteral("theirs"), QStringLiteral("title"));
+        addNote(theirContext(), QStringLiteral("b"), 9);
+        mustSave(theirContext());
+
+        QCOMPARE(*poll(), true);
+
+        QCOMPARE(title(*note), QStringLiteral("theirs"));
+        QCOMPARE(list.rowCount(), 2);
+        QCOMPARE(title(*list.object(1)), QStringLiteral("b"));
+    }
+
+    void withoutTheOptionALookDoesNotSignal()
+    {
+        open({ NSPersistentHistoryTrackingKey });
+        QSignalSpy remote(
+            &m_ours->persistentStoreCoordinator(), &NSPersistentStoreCoordinator::remoteChange);
+        addNote(theirContext(), QStringLiteral("b"));
+        mustSave(theirContext());
+
+        QCOMPARE(*poll(), true);
+
+        QCOMPARE(remote.size(), 0);
+    }
+
+    void withoutHistoryEverythingIsReadAfresh()
+    {
+        open({ NSPersistentStoreRemoteChangeNotificationOptionKey });
+        const auto note = addNote(context(), QStringLiteral("a"));
+        mustSave(context());
+        context().setAutomaticallyMergesChangesFromParent(true);
+        NSFetchedResultsController list(notesByDate(SortDescriptor::Order::Ascending), context());
+        QVERIFY(list.performFetch());
+        (*theirContext().existingObject(note->objectID()))
+            ->setValue(QStringLiteral("theirs"), QStringLiteral("title"));
+        addNote(theirContext(), QStringLiteral("b"), 9);
+        mustSave(theirContext());
+
+        QCOMPARE(*poll(), true);
+
+        QCOMPARE(title(*note), QStringLiteral("theirs"));
+        QCOMPARE(list.rowCount(), 2);
+    }
+
+    void twoProcessesSaveSideBySide()
+    {
+        constexpr int each = 100;
+        m_ours.reset(); // nothing open in the parent while it forks
+        m_theirs.reset();
+        std::array<pid_t, 2> children = {};
+        for (pid_t& child : children) {
+            child = ::fork();
+            if (child != 0)
+                continue;
+            const auto container = openContainer(m_folder.file());
+            for (int i = 0; i < each; ++i) {
+                addNote(container->viewContext(), QString::number(::getpid()), i);
+                mustSave(container->viewContext());
+            }
+            ::_exit(0);
+        }
+        for (const pid_t child : children) {
+            int status = -1;
+            ::waitpid(child, &status, 0);
+            QCOMPARE(status, 0);
+        }
+
+        m_ours = openContainer(m_folder.file());
+
+        const QStringList saved = titles(context());
+        for (const pid_t child : children)
+            QCOMPARE(saved.count(QString::number(child)), each);
+        const auto history = m_ours->persistentStoreCoordinator().persistentHistory(0);
+        QCOMPARE(history->size(), std::size_t(2 * each));
+    }
+};
+
+QTEST_GUILESS_MAIN(SharingTest)
+#include "SharingTest.moc"
