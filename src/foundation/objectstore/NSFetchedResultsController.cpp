@@ -147,7 +147,7 @@ NSFetchedResultsController::Object NSFetchedResultsController::object(int row) c
 
 void NSFetchedResultsController::readWindow(int row) const
 {
-    const qsizetype first = row / windowSize * windowSize;
+    const qsizetype first = row - row % windowSize;
     const qsizetype end = std::min<qsizetype>(first + windowSize, m_ids.size());
     std::vector<Object> objects;
     objects.reserve(windowSize);

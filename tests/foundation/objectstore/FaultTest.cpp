@@ -12,6 +12,14 @@
 
 namespace {
 
+/// How often a fault is tried: as often as the environment says, so that a longer run by hand
+/// needs no other program.
+int roundsOf(const char* variable, int usual)
+{
+    const int wanted = qEnvironmentVariableIntValue(variable);
+    return wanted > 0 ? wanted : usual;
+}
+
 /// What PRAGMA integrity_check says of a file: "ok" where nothing is wrong.
 QString integrityOf(const QString& path)
 {
@@ -101,7 +109,7 @@ private Q_SLOTS:
         std::random_device device;
         const unsigned seed = device();
         std::mt19937 random(seed);
-        for (int round = 0; round < 500; ++round) {
+        for (int round = 0; round < roundsOf("OBJECTSTORE_POWER_CUTS", 500); ++round) {
             disk.wipe();
             const StoreFolder folder;
             std::set<int> saved;
@@ -226,7 +234,7 @@ private Q_SLOTS:
         std::mt19937 random(std::random_device {}());
         std::set<int> reported;
         int first = 0;
-        for (int round = 0; round < 200; ++round) {
+        for (int round = 0; round < roundsOf("OBJECTSTORE_KILLS", 200); ++round) {
             const auto saved
                 = savesBeforeTheKill(folder.file(), first, static_cast<unsigned>(random() % 20000));
             QVERIFY(!saved.empty());
