@@ -63,6 +63,7 @@ private:
 std::vector<RawBill> bills(int count)
 {
     std::vector<RawBill> result;
+    result.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         result.push_back(billNumber(i));
     return result;
@@ -123,7 +124,7 @@ void insertOneRaw(benchmark::State& state)
     const BenchFile file;
     RawStore raw(file.raw());
     std::int64_t number = 0;
-    for (auto _ : state)
+    while (state.KeepRunning())
         raw.insert({ billNumber(number++) });
 }
 
@@ -132,7 +133,7 @@ void insertOneStore(benchmark::State& state)
     const BenchFile file;
     const auto container = openStore(file.path());
     std::int64_t number = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         addBill(container->viewContext(), billNumber(number++));
         mustSave(container->viewContext());
     }
@@ -141,7 +142,7 @@ void insertOneStore(benchmark::State& state)
 void insertManyRaw(benchmark::State& state)
 {
     const auto wanted = bills(manyBills);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         const BenchFile file;
         auto raw = std::make_unique<RawStore>(file.raw());
@@ -156,7 +157,7 @@ void insertManyRaw(benchmark::State& state)
 void insertManyStore(benchmark::State& state)
 {
     const auto wanted = bills(manyBills);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         const BenchFile file;
         auto container = openStore(file.path());
@@ -173,7 +174,7 @@ void insertManyStore(benchmark::State& state)
 void fetchManyRaw(benchmark::State& state)
 {
     RawStore raw(filledFile(manyBills).raw());
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         double sum = 0;
         for (const RawBill& bill : raw.fetchAll())
             sum += bill.bill + bill.share + bill.tip + bill.total + bill.people + bill.service
@@ -199,7 +200,7 @@ double sumOf(const NSManagedObject& bill)
 void fetchManyStore(benchmark::State& state)
 {
     const auto container = openStore(filledFile(manyBills).path());
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         double sum = 0;
         const auto fetched = container->viewContext().fetch({ QStringLiteral("Item"), {}, {} });
         for (const auto& bill : *fetched)
@@ -210,7 +211,7 @@ void fetchManyStore(benchmark::State& state)
 
 void deleteHalfRaw(benchmark::State& state)
 {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         const BenchFile file(filledFile(allBills));
         auto raw = std::make_unique<RawStore>(file.raw());
@@ -244,7 +245,7 @@ void deleteHalf(NSManagedObjectContext& context)
 
 void deleteHalfStore(benchmark::State& state)
 {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         const BenchFile file(filledFile(allBills));
         auto container = openStore(file.path());
@@ -277,7 +278,7 @@ void openLongList(benchmark::State& state)
 {
     const auto container = openStore(filledFile(allBills).path());
     static const double before = residentKiB(); // of the first run: later ones use its memory again
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         NSFetchedResultsController list(newestFirst(), container->viewContext());
         (void)list.performFetch();
         for (int row = 0; row < 30; ++row)
@@ -292,7 +293,7 @@ void openLongList(benchmark::State& state)
 void lastRowOfALongListAtOnce(benchmark::State& state)
 {
     const auto container = openStore(filledFile(allBills).path());
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         NSFetchedResultsController list(newestFirst(), container->viewContext());
         (void)list.performFetch();
         benchmark::DoNotOptimize(list.object(allBills - 1)->attribute(item.total));
@@ -310,7 +311,7 @@ void editLongList(benchmark::State& state, Edit edit)
     (void)list.performFetch();
     completeList(list);
     std::int64_t number = allBills;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         if (edit == Edit::Insert)
             addBill(context, billNumber(number));
         else if (edit == Edit::Rename)
@@ -329,7 +330,7 @@ void scrollLongList(benchmark::State& state)
     (void)list.performFetch();
     completeList(list);
     int row = 0;
-    for (auto _ : state) { // a jump of the scroll bar: thirty rows somewhere else
+    while (state.KeepRunning()) { // a jump of the scroll bar: thirty rows somewhere else
         row = (row + 77777) % (allBills - 30);
         for (int i = 0; i < 30; ++i)
             benchmark::DoNotOptimize(list.object(row + i)->attribute(item.total));

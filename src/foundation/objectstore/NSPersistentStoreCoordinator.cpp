@@ -101,7 +101,7 @@ Result<bool> NSPersistentStoreCoordinator::pollRemoteChanges()
     const Result<SqliteStore*> store = loadedStore();
     if (!store)
         return store.error();
-    const Result<bool> isChanged = (*store)->wasChangedElsewhere();
+    Result<bool> isChanged = (*store)->wasChangedElsewhere();
     if (!isChanged || !*isChanged)
         return isChanged;
     if (!(*store)->keepsHistory()) {

@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <cstring>
+#include <bit>
 #include <limits>
 
 class ContextTest : public QObject {
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
         const double read = note->value(QStringLiteral("weight")).toDouble();
 
-        QCOMPARE(std::memcmp(&read, &number, sizeof number), 0);
+        QCOMPARE(std::bit_cast<quint64>(read), std::bit_cast<quint64>(number));
     }
 
     void integersRoundTripAtTheirEnds()

@@ -184,7 +184,7 @@ private Q_SLOTS:
         QFETCH(const int, stamp);
         QFETCH(const QStringList, log);
         for (int i = 0; i < 5; ++i)
-            addNote(*m_context, QString::number(i), i * 10);
+            addNote(*m_context, QString::number(i), qint64(10) * i);
         mustSave(*m_context);
         open();
 

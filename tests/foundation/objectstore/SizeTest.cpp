@@ -41,7 +41,8 @@ private Q_SLOTS:
         container.reset(); // puts everything into the file proper
 
         const auto size = disk.find(folder.file().toStdString(), false)->content.size();
-        QVERIFY2(size <= 120 * count, QByteArray::number(double(size) / count).constData());
+        QVERIFY2(
+            size <= std::size_t(120) * count, QByteArray::number(double(size) / count).constData());
     }
 };
 

@@ -347,6 +347,7 @@ private:
                 expected.push_back(id);
         }
         std::vector<qint64> numbers;
+        numbers.reserve(deleted.size());
         for (const NSManagedObjectID& id : deleted)
             numbers.push_back(id.number());
         RC_ASSERT(numbers == expected);
