@@ -109,18 +109,24 @@ void NSManagedObjectContext::adoptInserted(
     const SaveRequest& request, const SaveOutcome& outcome, NSObjectIDChanges& changes)
 {
     PermanentIdentities identities;
-    for (std::size_t i = 0; i < request.inserts.size(); ++i) {
-        const RowChange& row = request.inserts[i];
-        NSManagedObject& object = *registeredObject({ row.entity, row.id });
-        dropClaim(object);
-        Registry& registry = registryOf(row.entity);
-        registry.remove(row.id);
-        registry.insert(outcome.inserted[i], &object);
-        identities.emplace_back(object.m_id, NSManagedObjectID(row.entity, outcome.inserted[i]));
-        object.m_id = identities.back().second;
-        object.m_version = 1;
-        changes[NSInsertedObjectsKey].push_back(object.m_id);
+    identities.reserve(request.inserts.size());
+    std::vector<NSManagedObjectID> inserted;
+    inserted.reserve(request.inserts.size());
+    for (const Object& object : m_changed) { // in the order of the request
+        if (object->m_state != NSManagedObject::State::Inserted)
+            continue;
+        const NSManagedObjectID before = object->m_id;
+        dropClaim(*object);
+        object->m_id = { before.entity(), outcome.inserted[inserted.size()] };
+        object->m_version = 1;
+        Registry& registry = registryOf(before.entity());
+        registry.remove(before.number());
+        registry.insert(object->m_id.number(), object.get());
+        identities.emplace_back(before, object->m_id);
+        inserted.push_back(object->m_id);
     }
+    if (!inserted.empty())
+        changes[NSInsertedObjectsKey] = std::move(inserted);
     if (!identities.empty())
         Q_EMIT identitiesBecamePermanent(identities);
 }

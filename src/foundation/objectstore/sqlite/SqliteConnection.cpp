@@ -6,13 +6,15 @@ namespace {
 
 constexpr int busyTimeoutMs = 5000;
 
+/// A connection belongs to one thread, so it needs no lock of its own.
 int flagsFor(SqliteConnection::Access access)
 {
     switch (access) {
     case SqliteConnection::Access::Write:
-        return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE;
+        return SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_NOMUTEX;
     case SqliteConnection::Access::Read:
-        return SQLite::OPEN_READWRITE; // a read-only one could not recover a log that it finds
+        return SQLite::OPEN_READWRITE
+            | SQLite::OPEN_NOMUTEX; // a read-only one could not recover a log that it finds
     case SqliteConnection::Access::Inspect:
         break;
     }

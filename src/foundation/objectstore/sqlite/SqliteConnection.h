@@ -41,6 +41,10 @@ public:
         : m_statement(connection.statement(sql))
     {
     }
+    explicit Query(SQLite::Statement& kept)
+        : m_statement(kept)
+    {
+    }
     ~Query() { m_statement.tryReset(); }
     Query(const Query&) = delete;
     Query& operator=(const Query&) = delete;

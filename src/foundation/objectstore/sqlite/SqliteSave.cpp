@@ -43,6 +43,17 @@ void deleteById(SqliteConnection& connection, const EntityTable& table, qint64 i
         { { QStringLiteral("conflicts"), conflicts } } };
 }
 
+void insertRow(SQLite::Statement& insert, qint64 id, const AttributeValues& values)
+{
+    Query query(insert);
+    query->bind(1, static_cast<int64_t>(id));
+    query->bind(2, static_cast<int64_t>(firstVersion));
+    int position = 3;
+    for (const AttributeValue& value : values)
+        bindValue(*query, position++, value);
+    query->exec();
+}
+
 void writeUpdate(
     SqliteConnection& connection, const EntityTable& table, const RowChange& change, qint64 version)
 {
@@ -104,13 +115,7 @@ void SqliteStore::insertRows(
             last = lastIdentity(*table);
             noteOrigin(*table, last + 1);
         }
-        Query query(m_connection, table->insertSql());
-        query->bind(1, static_cast<int64_t>(++last));
-        query->bind(2, static_cast<int64_t>(firstVersion));
-        int position = 3;
-        for (const AttributeValue& value : *change.values)
-            bindValue(*query, position++, value);
-        query->exec();
+        insertRow(m_connection.statement(table->insertSql()), ++last, *change.values);
         outcome.inserted.push_back(last);
         history.add(HistoryWriter::Kind::Insert, *table, 0, last);
     }
