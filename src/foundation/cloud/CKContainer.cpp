@@ -1,0 +1,41 @@
+#include "CKContainer.h"
+
+#include <QThreadPool>
+
+#include <mutex>
+
+namespace {
+
+std::mutex sourceMutex;
+
+CKContainer::AccountSource& source()
+{
+    static CKContainer::AccountSource instance;
+    return instance;
+}
+
+} // namespace
+
+CKContainer& CKContainer::defaultContainer()
+{
+    static CKContainer instance;
+    return instance;
+}
+
+void CKContainer::setAccountSource(AccountSource newSource)
+{
+    const std::scoped_lock lock(sourceMutex);
+    source() = std::move(newSource);
+}
+
+void CKContainer::accountStatus(const std::function<void(const AccountAnswer&)>& completion) const
+{
+    QThreadPool::globalInstance()->start([completion] {
+        AccountSource ask;
+        {
+            const std::scoped_lock lock(sourceMutex);
+            ask = source();
+        }
+        completion(ask ? ask() : AccountAnswer());
+    });
+}

@@ -1,0 +1,58 @@
+#include "CoreDataManager.h"
+
+#include "Diagnostics.h"
+#include "PersistenceController.h"
+
+Result<void> executeAndMergeChanges(NSManagedObjectContext& context, NSBatchDeleteRequest request)
+{
+    request.resultType = NSBatchDeleteRequestResultType::resultTypeObjectIDs;
+    Result<NSBatchDeleteResult> result = context.execute(request);
+    if (!result)
+        return result.error();
+
+    auto* const list = std::get_if<std::vector<NSManagedObjectID>>(&result->result);
+    NSObjectIDChanges changes;
+    changes.insert(
+        NSDeletedObjectsKey, list != nullptr ? std::move(*list) : std::vector<NSManagedObjectID>());
+    NSManagedObjectContext::mergeChanges(changes, { &context });
+    return {};
+}
+
+void store::saveContext()
+{
+    const std::shared_ptr<NSManagedObjectContext> context = ManagedObjectContext::current();
+    if (context->hasChanges())
+        (void)context->save();
+}
+
+std::shared_ptr<NSManagedObjectContext> ManagedObjectContext::current()
+{
+    const std::shared_ptr<NSPersistentContainer> owner = store::container();
+    return { owner, &owner->viewContext() };
+}
+
+CoreDataManager& CoreDataManager::shared()
+{
+    static auto* const instance = new CoreDataManager(ManagedObjectContext::current());
+    return *instance;
+}
+
+CoreDataManager::CoreDataManager(std::shared_ptr<NSManagedObjectContext> context)
+    : moc(std::move(context))
+{
+}
+
+std::vector<std::shared_ptr<Item>> CoreDataManager::fetchAllItems() const
+{
+    const Result<std::vector<NSManagedObjectContext::Object>> found
+        = moc->fetch(Item::fetchRequest());
+    if (!found) {
+        printDiagnostic(found.error().toString().toStdString());
+        return {};
+    }
+    std::vector<std::shared_ptr<Item>> items;
+    items.reserve(found->size());
+    for (const NSManagedObjectContext::Object& object : *found)
+        items.push_back(std::static_pointer_cast<Item>(object));
+    return items;
+}
