@@ -1,10 +1,11 @@
 import Vexilo.Controls
 
-// Asks before something is lost. The safe choice has the keyboard.
+// Asks before something is done that cannot be undone. The safe choice has the keyboard.
 DialogFrame {
     id: confirmation
 
     required property string confirmText
+    property bool destructive: true
 
     signal confirmed
 
@@ -18,7 +19,7 @@ DialogFrame {
             onClicked: confirmation.reject()
         },
         DialogButton {
-            destructive: true
+            destructive: confirmation.destructive
             text: confirmation.confirmText
             onClicked: confirmation.accept()
         }

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vexilo.Controls
 
-// A screen that slides over the dimmed window and is closed by Done or Escape.
+// A screen that slides over the dimmed window. It is closed by Escape, or by what its content offers.
 T.Dialog {
     id: sheet
 
@@ -32,35 +31,12 @@ T.Dialog {
         color: Theme.page
         radius: sheet.overshoot
     }
-    contentItem: ColumnLayout {
+    contentItem: FocusScope {
+        id: content
+
         LayoutMirroring.childrenInherit: true
         LayoutMirroring.enabled: Theme.rightToLeft
-        spacing: Theme.lineSpace
-
-        RowLayout {
-            Layout.fillWidth: true
-
-            BodyText {
-                Layout.fillWidth: true
-                font.bold: true
-                font.pixelSize: Theme.fontSize3 + 4
-                text: sheet.title
-            }
-
-            PushButton {
-                font.bold: true
-                font.pixelSize: Theme.fontSize1
-                text: qsTr("Done")
-                onClicked: sheet.close()
-            }
-        }
-
-        Item {
-            id: content
-
-            Layout.fillHeight: true
-            Layout.fillWidth: true
-        }
+        focus: true
     }
     enter: Transition {
         NumberAnimation {

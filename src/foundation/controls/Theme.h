@@ -40,6 +40,9 @@ class Theme : public QObject {
     Q_PROPERTY(double smallFontSize MEMBER m_smallFontSize CONSTANT)
     Q_PROPERTY(double lineSpace MEMBER m_lineSpace CONSTANT)
     Q_PROPERTY(double rowHeight MEMBER m_rowHeight CONSTANT)
+    /// Of a list that may be very long. A multiple of 8: items are placed in single precision,
+    /// which holds only such multiples exactly where millions of points lie above.
+    Q_PROPERTY(double listRowHeight MEMBER m_listRowHeight CONSTANT)
     Q_PROPERTY(double rowPadding MEMBER m_rowPadding CONSTANT)
     Q_PROPERTY(double cardRadius MEMBER m_cardRadius CONSTANT)
     Q_PROPERTY(double controlRadius MEMBER m_controlRadius CONSTANT)
@@ -84,6 +87,7 @@ private:
     const double m_smallFontSize = 14.0;
     const double m_lineSpace = lineSpace;
     const double m_rowHeight = 44.0; // the least that a finger hits surely
+    const double m_listRowHeight = 56.0;
     const double m_rowPadding = 18.0;
     const double m_cardRadius = 16.0;
     const double m_controlRadius = 12.0;
