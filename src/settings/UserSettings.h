@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AmountStyle.h"
+
 #include <QObject>
 
 class UserDefaults;
@@ -68,6 +70,11 @@ public:
     /// Whole percent.
     [[nodiscard]] qint64 serviceExcellent() const { return m_serviceExcellent; }
     [[nodiscard]] bool showCurrency() const { return m_showCurrency; }
+    /// How amounts are shown, after showCurrency.
+    [[nodiscard]] AmountStyle amountStyle() const
+    {
+        return m_showCurrency ? AmountStyle::WithCurrency : AmountStyle::WithSeparator;
+    }
     [[nodiscard]] bool showShareInSavedBillsList() const { return m_showShareInSavedBillsList; }
     [[nodiscard]] bool highlightSums() const { return m_highlightSums; }
 

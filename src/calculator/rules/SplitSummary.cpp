@@ -4,12 +4,6 @@
 #include "Split.h"
 #include "UserSettings.h"
 
-QString formattedAmount(double amount, AmountStyle style)
-{
-    return style == AmountStyle::WithCurrency ? formattedWithCurrency(amount)
-                                              : formattedWithSeparator(amount);
-}
-
 QString splitSummary(const SplitInputs& inputs, const Split& split, AmountStyle style)
 {
     const auto amount = [style](double value) { return formattedAmount(value, style); };
