@@ -21,7 +21,7 @@ public:
     [[nodiscard]] static NSFetchRequest fetchRequest();
     /// Whether the entity has the attributes that the accessors stand for.
     [[nodiscard]] static bool isDescribedBy(const NSEntityDescription& entity);
-    /// What was typed, as a description: one line. Nothing where it is too long.
+    /// What was typed, as a description: one line. Nothing where it is longer than longestRef.
     [[nodiscard]] static std::optional<QString> refFromText(const QString& text);
 
     /// As typed.

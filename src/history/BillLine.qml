@@ -1,0 +1,71 @@
+import QtQuick
+import Vexilo.Controls
+
+// What a row of the list shows. Anchors, not a layout: a fast scroll fills dozens of these a frame.
+Item {
+    id: line
+
+    required property string amount
+    required property string date
+    property bool markable: false
+    property bool marked: false
+    required property string ref
+
+    Rectangle {
+        id: mark
+
+        anchors.left: parent.left
+        anchors.verticalCenter: parent.verticalCenter
+        border.color: line.marked ? Theme.on : Theme.softText
+        border.width: 2
+        color: line.marked ? Theme.on : "transparent"
+        height: 24
+        radius: height / 2
+        visible: line.markable
+        width: line.markable ? height : 0
+
+        Icon {
+            anchors.centerIn: parent
+            color: "white"
+            height: 16
+            name: "checkmark"
+            visible: line.marked
+            width: 16
+        }
+    }
+
+    BodyText {
+        anchors.left: mark.right
+        anchors.leftMargin: line.markable ? Theme.lineSpace : 0
+        anchors.right: amountText.left
+        anchors.rightMargin: Theme.lineSpace
+        anchors.verticalCenter: parent.verticalCenter
+        text: line.ref
+    }
+
+    FigureText {
+        id: amountText
+
+        anchors.right: dateText.left
+        anchors.rightMargin: Theme.lineSpace
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.text
+        font.bold: true
+        font.pixelSize: Theme.fontSize1
+        mirrored: Theme.rightToLeft
+        text: line.amount
+        width: Math.min(implicitWidth, line.width * 0.35)
+    }
+
+    BodyText {
+        id: dateText
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.softText
+        font.pixelSize: 16
+        horizontalAlignment: Text.AlignRight
+        text: line.date
+        width: Math.max(implicitWidth, 136)
+    }
+}

@@ -1,0 +1,81 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Vexilo.Controls
+import Vexilo.History
+
+// The chosen bill: its description, what can be done with it, and its lines.
+FocusScope {
+    id: page
+
+    // Whether the page covers the list, and so needs a way back.
+    required property bool pushed
+    required property HistoryView view
+
+    Keys.onPressed: event => {
+        event.accepted = page.pushed && event.matches(StandardKey.Back);
+        if (event.accepted)
+            page.view.unchoose();
+        else if (event.key === Qt.Key_F2)
+            page.view.askForDescription();
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: Theme.lineSpace
+
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 0
+
+            IconButton {
+                Layout.leftMargin: LayoutMirroring.enabled ? 0 : -Theme.lineSpace
+                Layout.rightMargin: LayoutMirroring.enabled ? -Theme.lineSpace : 0
+                accessibleName: qsTr("Back")
+                directional: true
+                focus: true
+                iconName: "chevron.left"
+                visible: page.pushed
+                onClicked: page.view.unchoose()
+            }
+
+            SheetHeader {
+                Layout.fillWidth: true
+                title: page.view?.detailTitle ?? ""
+                titleSize: Theme.fontSize3
+
+                IconButton {
+                    accessibleName: qsTr("Rename")
+                    focus: !page.pushed
+                    iconName: "pencil"
+                    onClicked: page.view.askForDescription()
+                }
+
+                PushButton {
+                    font.bold: true
+                    font.pixelSize: Theme.fontSize1
+                    text: qsTr("Use")
+                    onClicked: page.view.showUseThisBill = true
+                }
+            }
+        }
+
+        Flickable {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: contentHeight > height
+            contentHeight: lines.implicitHeight + Theme.margin
+            interactive: contentHeight > height
+
+            T.ScrollBar.vertical: AppScrollBar {}
+
+            DetailLines {
+                id: lines
+
+                detail: page.view?.detail ?? null
+                width: parent.width
+            }
+        }
+    }
+}

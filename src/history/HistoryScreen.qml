@@ -1,0 +1,68 @@
+import QtQuick
+import Vexilo.Controls
+import Vexilo.History
+
+// The saved bills: the list, and beside it, or pushed over it where there is no room, the page of the
+// chosen bill.
+Sheet {
+    id: sheet
+
+    readonly property bool hasDetail: (sheet.view?.detail ?? null) !== null
+    property HistoryView view
+    readonly property bool wide: sheet.availableWidth >= 720
+
+    title: qsTr("Saved Bills")
+    onOpened: listPage.forceActiveFocus(Qt.TabFocusReason)
+
+    Connections {
+        function onDismissed() {
+            sheet.close();
+        }
+
+        target: sheet.view
+    }
+
+    ListPage {
+        id: listPage
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.top: parent.top
+        focus: sheet.wide || !sheet.hasDetail
+        view: sheet.view
+        visible: sheet.wide || !sheet.hasDetail || detailPage.x > 0
+        width: sheet.wide ? Math.round(parent.width * 0.55) : parent.width
+        onClosed: sheet.close()
+    }
+
+    BodyText {
+        Accessible.name: text
+        Accessible.role: Accessible.StaticText
+        anchors.bottom: parent.bottom
+        anchors.left: listPage.right
+        anchors.right: parent.right
+        anchors.top: parent.top
+        color: Theme.softText
+        horizontalAlignment: Text.AlignHCenter
+        text: qsTr("Select an item")
+        visible: sheet.wide && !sheet.hasDetail
+    }
+
+    DetailPage {
+        id: detailPage
+
+        readonly property real shownX: sheet.wide === Theme.rightToLeft ? 0 : sheet.wide ? parent.width - width : 0
+
+        focus: !sheet.wide && sheet.hasDetail
+        height: parent.height
+        pushed: !sheet.wide
+        view: sheet.view
+        visible: sheet.hasDetail
+        width: sheet.wide ? parent.width - listPage.width - Theme.margin : parent.width
+        x: shownX
+    }
+
+    HistoryDialogs {
+        view: sheet.view
+    }
+}

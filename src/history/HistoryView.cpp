@@ -1,0 +1,223 @@
+#include "HistoryView.h"
+
+#include "Calendar.h"
+#include "CoreDataManager.h"
+#include "CurrentLocale.h"
+#include "Diagnostics.h"
+#include "Formatting.h"
+
+namespace {
+
+constexpr int monthsKept = 6;
+
+} // namespace
+
+HistoryView::HistoryView(
+    UserSettings& userSettings, NSManagedObjectContext& viewContext, Clock clock, QObject* parent)
+    : QObject(parent)
+    , m_viewContext(viewContext)
+    , m_userSettings(userSettings)
+    , m_clock(std::move(clock))
+    , m_items(userSettings, viewContext)
+{
+    connect(&userSettings, &UserSettings::showShareInSavedBillsListChanged, this,
+        &HistoryView::otherColumnChanged);
+    connect(&m_items, &QAbstractItemModel::rowsInserted, this, &HistoryView::followRows);
+    connect(&m_items, &QAbstractItemModel::rowsRemoved, this, &HistoryView::followRows);
+    connect(&m_items, &QAbstractItemModel::rowsMoved, this, &HistoryView::followRows);
+    connect(&m_items, &QAbstractItemModel::modelReset, this, &HistoryView::followReset);
+}
+
+HistoryView::~HistoryView() = default;
+
+void HistoryView::setIsEditing(bool isEditing)
+{
+    if (m_isEditing == isEditing)
+        return;
+    m_isEditing = isEditing;
+    m_items.clearMarks();
+    Q_EMIT isEditingChanged();
+}
+
+void HistoryView::toggleColumn()
+{
+    m_userSettings.setShowShareInSavedBillsList(!m_userSettings.showShareInSavedBillsList());
+}
+
+void HistoryView::deleteItems(const QList<int>& offsets)
+{
+    // All before any is deleted: the rows move up.
+    std::vector<std::shared_ptr<Item>> doomed;
+    for (const int row : offsets)
+        doomed.push_back(m_items.item(row));
+    for (const std::shared_ptr<Item>& item : doomed)
+        m_viewContext.deleteObject(*item);
+    const Result<void> saved = m_viewContext.save();
+    if (!saved)
+        fatalError(QString(QLatin1String("Unresolved error ") + saved.error().toString()
+            + QLatin1String(", ") + saved.error().userInfoText())
+                       .toStdString());
+}
+
+void HistoryView::deleteRow(int row)
+{
+    if (row >= 0 && row < m_items.rowCount())
+        deleteItems({ row });
+}
+
+void HistoryView::deleteMarked()
+{
+    deleteItems(m_items.markedRows());
+    setIsEditing(false);
+}
+
+void HistoryView::pressRow(int row)
+{
+    if (m_isEditing)
+        m_items.toggleMark(row);
+    else
+        choose(row);
+}
+
+void HistoryView::choose(int row)
+{
+    m_chosen = m_items.index(row);
+    show(std::make_unique<DetailView>(m_items.item(row), m_userSettings));
+}
+
+void HistoryView::unchoose()
+{
+    m_chosen = QPersistentModelIndex();
+    show(nullptr);
+}
+
+void HistoryView::show(std::unique_ptr<DetailView> detail)
+{
+    if (!detail && !m_detail)
+        return;
+    // The old page is still bound to the old bill until it hears of the new one.
+    const std::unique_ptr<DetailView> previous = std::exchange(m_detail, std::move(detail));
+    if (m_detail) {
+        connect(m_detail.get(), &DetailView::changed, this, &HistoryView::detailTitleChanged);
+        m_billDescription.reset(detailTitle());
+        Q_EMIT billDescriptionChanged();
+    }
+    Q_EMIT detailChanged();
+    Q_EMIT detailTitleChanged();
+    Q_EMIT chosenRowChanged();
+}
+
+void HistoryView::followRows()
+{
+    if (!m_detail)
+        return;
+    if (m_chosen.isValid())
+        Q_EMIT chosenRowChanged();
+    else
+        unchoose();
+}
+
+void HistoryView::followReset()
+{
+    if (!m_detail)
+        return;
+    m_chosen = m_items.index(m_items.rowOf(m_detail->item()->objectID()));
+    followRows();
+}
+
+void HistoryView::renameRow(int row)
+{
+    if (row < 0 || row >= m_items.rowCount())
+        return;
+    choose(row);
+    askForDescription();
+}
+
+void HistoryView::askForDescription()
+{
+    if (!m_detail)
+        return;
+    m_billDescription.reset(detailTitle());
+    Q_EMIT billDescriptionChanged();
+    m_showRename = true;
+    Q_EMIT showRenameChanged();
+}
+
+void HistoryView::rename()
+{
+    // The bill may have been deleted while the dialog was open.
+    if (!m_detail)
+        return;
+    m_billDescription.reset(m_billDescription.textOrDefault());
+    m_detail->item()->setRef(m_billDescription.text());
+    (void)m_viewContext.save();
+}
+
+void HistoryView::useThisBill()
+{
+    if (m_detail)
+        useThisBill(*m_detail->item());
+}
+
+void HistoryView::useThisBill(const Item& item)
+{
+    m_userSettings.setBill(item.bill());
+    m_userSettings.setPeople(item.people());
+    m_userSettings.setService(item.service());
+    m_userSettings.setTipFromEveryone(item.everyone());
+    m_userSettings.setRoundTip(item.roundtip());
+    m_userSettings.setRoundShare(item.roundshare());
+    Q_EMIT dismissed();
+}
+
+void HistoryView::deleteOldBills()
+{
+    const std::optional<QDateTime> cutOff
+        = dateByAddingMonths(-monthsKept, m_clock(), dateLocale());
+    if (!cutOff)
+        fatalError("Unexpectedly found nil while unwrapping an Optional value");
+    NSFetchRequest request = Item::fetchRequest();
+    request.predicate
+        = Predicate { QStringLiteral("timestamp"), Predicate::Comparison::LessThan, *cutOff };
+    // The screen may be closed before its turn comes.
+    NSManagedObjectContext& context = m_viewContext;
+    context.perform([&context, request] {
+        const Result<void> deleted = deleteBills(context, request);
+        if (!deleted)
+            printDiagnostic(deleted.error().toString().toStdString());
+    });
+}
+
+void HistoryView::deleteAllBills()
+{
+    const Result<void> deleted = deleteBills(m_viewContext, Item::fetchRequest());
+    if (!deleted)
+        printDiagnostic(deleted.error().toString().toStdString());
+}
+
+Result<void> HistoryView::deleteBills(
+    NSManagedObjectContext& context, const NSFetchRequest& request)
+{
+    const Result<void> deleted = executeAndMergeChanges(context, NSBatchDeleteRequest(request));
+    return deleted && context.hasChanges() ? context.save() : deleted;
+}
+
+void HistoryView::setBillDescription(const QString& description)
+{
+    if (m_billDescription.edit(description))
+        Q_EMIT billDescriptionChanged();
+}
+
+QString HistoryView::currencySymbolText() const { return currencySymbol(); }
+
+QString HistoryView::otherColumn() const
+{
+    return m_userSettings.showShareInSavedBillsList() ? tr("Total") : tr("Share");
+}
+
+QString HistoryView::areYouSure() const { return strAreYouSure; }
+
+QString HistoryView::detailTitle() const
+{
+    return m_detail ? m_detail->item()->ref().value_or(strBill) : QString();
+}

@@ -1,0 +1,68 @@
+import QtQuick
+import QtQuick.Layouts
+import Vexilo.Controls
+import Vexilo.History
+
+// The list of the saved bills between its header and the bar of what concerns all of them.
+FocusScope {
+    id: page
+
+    required property HistoryView view
+
+    signal closed
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: Theme.lineSpace
+
+        SheetHeader {
+            Layout.fillWidth: true
+            title: qsTr("Saved Bills")
+
+            PushButton {
+                contentColor: Theme.invalid
+                enabled: page.view?.items.markedCount > 0
+                font.bold: true
+                font.pixelSize: Theme.fontSize1
+                text: qsTr("Delete %1").arg(page.view?.items.markedCount ?? 0)
+                visible: page.view?.isEditing ?? false
+                onClicked: page.view.deleteMarked()
+            }
+
+            PushButton {
+                font.pixelSize: Theme.fontSize1
+                text: page.view?.isEditing ? qsTr("Cancel") : qsTr("Edit")
+                onClicked: page.view.isEditing = !page.view.isEditing
+            }
+
+            PushButton {
+                font.bold: true
+                font.pixelSize: Theme.fontSize1
+                text: qsTr("Done")
+                visible: !(page.view?.isEditing ?? false)
+                onClicked: page.closed()
+            }
+        }
+
+        Rectangle {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            border.color: Theme.line
+            color: Theme.card
+            radius: Theme.cardRadius
+
+            SavedBillsList {
+                anchors.fill: parent
+                anchors.margins: 6
+                focus: true
+                view: page.view
+            }
+        }
+
+        BulkBar {
+            Layout.bottomMargin: Theme.lineSpace
+            Layout.fillWidth: true
+            view: page.view
+        }
+    }
+}

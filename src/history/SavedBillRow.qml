@@ -1,0 +1,148 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vexilo.Controls
+import Vexilo.History
+
+// One saved bill: description, amount and day. Swiped towards its start it uncovers a delete button.
+T.ItemDelegate {
+    id: row
+
+    required property string amount
+    readonly property bool chosen: (row.view?.chosenRow ?? -1) === row.index
+    required property string date
+    readonly property real deleteWidth: deleteButton.implicitWidth + Theme.lineSpace
+    required property int index
+    readonly property bool isEditing: row.view?.isEditing ?? false
+    property bool last: false
+    required property bool marked
+    required property string ref
+    // Whether this row, or some row of the list, stands aside with its delete button uncovered.
+    property bool someSwiped: false
+    property bool swiped: false
+    required property HistoryView view
+    // How far the row is moved aside, in points.
+    property real aside: swipe.active ? swipe.distance : row.swiped ? row.deleteWidth : 0
+
+    signal swipedAside(aside: bool)
+
+    function press() {
+        if (row.someSwiped)
+            row.swipedAside(false);
+        else
+            row.view.pressRow(row.index);
+    }
+
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            row.press();
+    }
+
+    Accessible.checkable: row.isEditing
+    Accessible.checked: row.marked
+    Accessible.focusable: true
+    Accessible.name: row.ref + " " + row.amount + " " + row.date
+    Accessible.onPressAction: row.press()
+    Accessible.role: Accessible.ListItem
+    Accessible.selectable: true
+    Accessible.selected: row.chosen
+    Keys.onEnterPressed: event => row.pressByKey(event)
+    Keys.onReturnPressed: event => row.pressByKey(event)
+    ListView.onPooled: row.opacity = 1
+    ListView.onReused: row.opacity = 1
+    activeFocusOnTab: false
+    focusPolicy: Qt.ClickFocus
+    height: Theme.listRowHeight
+    hoverEnabled: true
+    leftPadding: Theme.lineSpace + 2
+    rightPadding: Theme.lineSpace + 2
+    onClicked: row.press()
+
+    Behavior on aside {
+        enabled: !swipe.active
+        NumberAnimation {
+            duration: Theme.motion
+            easing.type: Easing.OutCubic
+        }
+    }
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.bottomMargin: 4
+            anchors.topMargin: 4
+            color: Theme.controlFill
+            radius: Theme.controlRadius - 2
+            visible: row.chosen || row.marked
+        }
+
+        ControlFeedback {
+            anchors.bottomMargin: 4
+            anchors.topMargin: 4
+            down: row.down
+            hovered: row.hovered
+            radius: Theme.controlRadius - 2
+        }
+
+        Rectangle {
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            anchors.leftMargin: row.leftPadding
+            anchors.right: parent.right
+            color: Theme.line
+            height: 1
+            visible: !row.last
+        }
+
+        FocusRing {
+            anchors.bottomMargin: 4
+            anchors.leftMargin: 1
+            anchors.rightMargin: 1
+            anchors.topMargin: 4
+            focused: row.activeFocus
+            radius: Theme.controlRadius - 2
+            reason: row.focusReason
+        }
+    }
+    contentItem: Item {
+        clip: row.aside > 0
+
+        BillLine {
+            amount: row.amount
+            date: row.date
+            height: parent.height
+            marked: row.marked
+            markable: row.isEditing
+            ref: row.ref
+            width: parent.width
+            x: Theme.rightToLeft ? row.aside : -row.aside
+        }
+    }
+
+    PushButton {
+        id: deleteButton
+
+        accessibleName: qsTr("Delete")
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 4
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.topMargin: 4
+        contentColor: "white"
+        fill: Theme.on
+        font.bold: true
+        opacity: row.aside / row.deleteWidth
+        text: qsTr("Delete")
+        visible: row.aside > 0
+        onClicked: row.view.deleteRow(row.index)
+    }
+
+    DragHandler {
+        id: swipe
+
+        readonly property real distance: Math.max(0, Math.min(row.deleteWidth, (row.swiped ? row.deleteWidth : 0) + (Theme.rightToLeft ? 1 : -1) * swipe.activeTranslation.x))
+
+        enabled: !row.isEditing
+        target: null
+        yAxis.enabled: false
+        onActiveChanged: if (!swipe.active) row.swipedAside(swipe.distance > row.deleteWidth / 2)
+    }
+}

@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Vexilo.Controls
+import Vexilo.History
+
+// The rows, newest first. Return opens the current one, F2 renames it, Delete deletes it.
+ListView {
+    id: list
+
+    // The row that was swiped aside; -1 while there is none.
+    property int swipedRow: -1
+    required property HistoryView view
+    readonly property int rowsOfPage: Math.max(1, Math.floor(list.height / Theme.listRowHeight) - 1)
+
+    function goTo(row: int) {
+        list.currentIndex = Math.max(0, Math.min(row, list.count - 1));
+    }
+
+    Accessible.name: qsTr("Saved Bills")
+    Accessible.role: Accessible.List
+    Keys.onDeletePressed: list.view.deleteRow(list.currentIndex)
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_F2)
+            list.view.renameRow(list.currentIndex);
+        else if (event.key === Qt.Key_Home)
+            list.goTo(0);
+        else if (event.key === Qt.Key_End)
+            list.goTo(list.count - 1);
+        else if (event.key === Qt.Key_PageUp)
+            list.goTo(list.currentIndex - list.rowsOfPage);
+        else if (event.key === Qt.Key_PageDown)
+            list.goTo(list.currentIndex + list.rowsOfPage);
+        else
+            event.accepted = false;
+    }
+    activeFocusOnTab: true
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    highlightFollowsCurrentItem: true
+    highlightMoveDuration: 0
+    keyNavigationEnabled: true
+    model: list.view?.items ?? null
+    pixelAligned: true
+    reuseItems: true
+    onCountChanged: list.swipedRow = -1
+    onMovementStarted: list.swipedRow = -1
+
+    T.ScrollBar.vertical: AppScrollBar {
+        parent: list
+    }
+    delegate: SavedBillRow {
+        id: row
+
+        last: row.index === list.count - 1
+        someSwiped: list.swipedRow >= 0
+        swiped: list.swipedRow === row.index
+        view: list.view
+        width: list.width
+        onPressed: list.currentIndex = row.index
+        onSwipedAside: aside => list.swipedRow = aside ? row.index : -1
+    }
+    displaced: Transition {
+        NumberAnimation {
+            duration: Theme.motion
+            easing.type: Easing.OutCubic
+            property: "y"
+        }
+    }
+    remove: Transition {
+        NumberAnimation {
+            duration: Theme.motion
+            property: "opacity"
+            to: 0
+        }
+    }
+
+    BodyText {
+        Accessible.name: text
+        Accessible.role: Accessible.StaticText
+        anchors.centerIn: parent
+        color: Theme.softText
+        horizontalAlignment: Text.AlignHCenter
+        text: qsTr("No saved bills yet")
+        visible: list.count === 0
+        width: parent.width - 2 * Theme.rowPadding
+        wrapMode: Text.Wrap
+    }
+}
