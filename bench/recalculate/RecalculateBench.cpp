@@ -1,4 +1,5 @@
 #include "ContentView.h"
+#include "PersistentContainer.h"
 #include "UserDefaults.h"
 
 #include <QGuiApplication>
@@ -27,7 +28,9 @@ struct Calculator {
     QTemporaryDir folder;
     UserDefaults store { folder.filePath(QStringLiteral("preferences.ini")) };
     UserSettings settings { store };
-    ContentView view { settings };
+    // Not opened: nothing is saved here.
+    std::shared_ptr<NSPersistentContainer> bills = std::get<0>(PersistentContainer::get(false));
+    ContentView view { settings, bills->viewContext() };
 };
 
 void keyStroke(benchmark::State& state)

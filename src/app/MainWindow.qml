@@ -3,6 +3,7 @@ import QtQuick.Templates as T
 import Vexilo.App
 import Vexilo.Calculator
 import Vexilo.Controls
+import Vexilo.History
 
 // The one window: the menu bar over the calculator. A plain Window would not give the keyboard back to
 // the calculator when a dialog or a menu closes.
@@ -33,6 +34,16 @@ T.ApplicationWindow {
     }
 
     Shortcut {
+        sequence: "Ctrl+S"
+        onActivated: window.contentView.save()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+H"
+        onActivated: window.contentView.showHistory = true
+    }
+
+    Shortcut {
         sequence: "F10"
         onActivated: help.openMenu()
     }
@@ -51,5 +62,11 @@ T.ApplicationWindow {
     ContentScreen {
         anchors.fill: parent
         view: window.contentView
+    }
+
+    Loader {
+        active: window.app.historyView !== null
+        source: "HistorySheet.qml"
+        onLoaded: (item as HistorySheet).show(window.app, window.contentView)
     }
 }

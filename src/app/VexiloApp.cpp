@@ -31,6 +31,7 @@ VexiloApp::VexiloApp()
     connect(
         &m_userSettings, &UserSettings::themeChanged, this,
         [this] { m_utilities.overrideDisplayMode(); }, Qt::QueuedConnection);
+    connect(&m_contentView, &ContentView::showHistoryChanged, this, &VexiloApp::followHistory);
 }
 
 VexiloApp::~VexiloApp() = default;
@@ -91,6 +92,20 @@ void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
         window->show();
     });
     deadline->start(answerTime);
+}
+
+void VexiloApp::followHistory()
+{
+    if (m_contentView.showHistory() == (m_historyView != nullptr))
+        return;
+    std::unique_ptr<HistoryView> previous = std::move(m_historyView);
+    if (m_contentView.showHistory())
+        m_historyView = std::make_unique<HistoryView>(
+            m_userSettings, m_persistenceController.container->viewContext());
+    Q_EMIT historyViewChanged();
+    // It is the screen's own signal that closes it.
+    if (previous)
+        previous.release()->deleteLater();
 }
 
 void VexiloApp::helpOnWebsite()

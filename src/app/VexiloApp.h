@@ -2,6 +2,8 @@
 
 #include "ContentView.h"
 #include "GlobalModel.h"
+#include "HistoryView.h"
+#include "PersistenceController.h"
 #include "UserSettings.h"
 #include "Utilities.h"
 
@@ -20,6 +22,8 @@ class VexiloApp : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The process has one application.")
+    /// The saved bills screen's state; null while the screen is closed.
+    Q_PROPERTY(HistoryView* historyView READ historyView NOTIFY historyViewChanged)
 
 public:
     VexiloApp();
@@ -32,20 +36,28 @@ public:
     /// that is no absolute address stops the process.
     Q_INVOKABLE void helpOnWebsite();
 
+    [[nodiscard]] HistoryView* historyView() const { return m_historyView.get(); }
+
+Q_SIGNALS:
+    void historyViewChanged();
+
 private:
     [[nodiscard]] bool makeWindow();
     void showWhenAppearanceIsKnown(QQuickWindow* window);
+    void followHistory();
 
     // First, since the views' types are loaded by a thread of the engine's own meanwhile.
     QQmlEngine m_engine;
     QQmlComponent m_windowComponent;
 
+    PersistenceController m_persistenceController = PersistenceController::shared();
     UserSettings& m_userSettings = UserSettings::shared();
     GlobalModel& m_global = GlobalModel::shared();
     // Held for the screens' interface: nothing happens on going to the background or coming back.
     [[maybe_unused]] Qt::ApplicationState m_scenePhase = Qt::ApplicationInactive;
     Utilities m_utilities;
 
-    ContentView m_contentView { m_userSettings };
+    ContentView m_contentView { m_userSettings, m_persistenceController.container->viewContext() };
+    std::unique_ptr<HistoryView> m_historyView;
     std::unique_ptr<QQuickWindow> m_window;
 };

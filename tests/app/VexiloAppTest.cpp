@@ -12,6 +12,7 @@
 Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
+Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
 
 /// The application as a whole, without a desktop: no portal answers here.
 class VexiloAppTest : public QObject {
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
+        qputenv("XDG_DATA_HOME", m_folder.path().toLocal8Bit());
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
         m_app = std::make_unique<VexiloApp>();
         QVERIFY(m_app->start());

@@ -21,6 +21,8 @@ TAB_ORDER = [
     (Role.PUSH_BUTTON, "Clear"),
     (Role.PUSH_BUTTON, "Copy"),
     (Role.PUSH_BUTTON, "Share"),
+    (Role.PUSH_BUTTON, "History"),
+    (Role.PUSH_BUTTON, "Save"),
 ]
 
 

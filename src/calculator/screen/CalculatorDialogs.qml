@@ -20,6 +20,18 @@ Item {
     }
 
     Loader {
+        active: dialogs.view.saveDialog || status === Loader.Ready
+        source: "SaveDialog.qml"
+        onLoaded: (item as SaveDialog).view = dialogs.view
+    }
+
+    Loader {
+        active: dialogs.view.showSaveFailed || status === Loader.Ready
+        source: "SaveFailedDialog.qml"
+        onLoaded: (item as SaveFailedDialog).view = dialogs.view
+    }
+
+    Loader {
         active: dialogs.view.showShareFailed || status === Loader.Ready
         source: "ShareFailedDialog.qml"
         onLoaded: (item as ShareFailedDialog).view = dialogs.view

@@ -46,5 +46,19 @@ Item {
             iconName: "square.and.arrow.up"
             onClicked: bar.view.shareButton()
         }
+
+        IconButton {
+            accessibleName: qsTr("History")
+            directional: true
+            iconName: "list.bullet.rectangle.portrait"
+            onClicked: bar.view.showHistory = true
+        }
+
+        IconButton {
+            accessibleName: qsTr("Save")
+            enabled: bar.view.hasResults
+            iconName: "square.and.arrow.down"
+            onClicked: bar.view.save()
+        }
     }
 }

@@ -1,5 +1,7 @@
 #include "ContentView.h"
 
+#include "CoreDataManager.h"
+#include "Diagnostics.h"
 #include "Formatting.h"
 #include "Palette.h"
 #include "SplitSummary.h"
@@ -16,11 +18,30 @@ constexpr QSize minimumWindowSize(500, 800);
 
 QString tooLarge() { return ContentView::tr("Amount too large"); }
 
+qint32 narrowed(qint64 value)
+{
+    if (value < std::numeric_limits<qint32>::min() || value > std::numeric_limits<qint32>::max())
+        fatalError("A 32-bit integer cannot hold " + std::to_string(value));
+    return static_cast<qint32>(value);
+}
+
+/// Saves; what another program changed in the store meanwhile does not keep a new bill out of it.
+Result<void> saveDespiteConflicts(NSManagedObjectContext& context)
+{
+    Result<void> saved = context.save();
+    if (saved || saved.error().code != StoreError::Code::Conflict)
+        return saved;
+    context.refreshAllObjects();
+    return context.save();
+}
+
 } // namespace
 
-ContentView::ContentView(UserSettings& userSettings, QObject* parent)
+ContentView::ContentView(
+    UserSettings& userSettings, NSManagedObjectContext& viewContext, QObject* parent)
     : QObject(parent)
     , m_userSettings(userSettings)
+    , m_viewContext(viewContext)
     , m_global(GlobalModel::shared())
 {
     connect(&userSettings, &UserSettings::billChanged, this, &ContentView::showStoredBill);
@@ -67,8 +88,8 @@ void ContentView::calculate()
 
 QString ContentView::shareString() const
 {
-    return splitSummary(SplitInputs::fromSettings(m_userSettings), m_results,
-        m_userSettings.showCurrency() ? AmountStyle::WithCurrency : AmountStyle::WithSeparator);
+    return splitSummary(
+        SplitInputs::fromSettings(m_userSettings), m_results, m_userSettings.amountStyle());
 }
 
 void ContentView::billEdited(const QString& text)
@@ -184,6 +205,50 @@ void ContentView::shareButton()
         m_emailComposer.compose(m_global.appName, shareString());
 }
 
+void ContentView::save()
+{
+    if (!hasResults())
+        return;
+    m_billDescription.reset();
+    Q_EMIT billDescriptionChanged();
+    m_saveDialog = !m_saveDialog;
+    Q_EMIT saveDialogChanged();
+}
+
+void ContentView::setBillDescription(const QString& description)
+{
+    if (m_billDescription.edit(description))
+        Q_EMIT billDescriptionChanged();
+}
+
+void ContentView::saveThis()
+{
+    const std::shared_ptr<Item> item = Item::make(m_viewContext);
+    fill(*item);
+    const Result<void> saved = saveDespiteConflicts(m_viewContext);
+    if (saved)
+        return;
+    m_viewContext.deleteObject(*item);
+    m_saveFailure = saved.error().description;
+    m_showSaveFailed = true;
+    Q_EMIT saveFailed();
+}
+
+void ContentView::fill(Item& item) const
+{
+    item.setTimestamp(QDateTime::currentDateTimeUtc());
+    item.setRef(m_billDescription.textOrDefault());
+    item.setBill(m_userSettings.bill());
+    item.setPeople(narrowed(m_userSettings.people()));
+    item.setService(narrowed(m_userSettings.service()));
+    item.setTotal(m_results.grandTotal);
+    item.setShare(m_results.sumShare);
+    item.setTip(m_results.sumTip);
+    item.setEveryone(m_userSettings.tipFromEveryone());
+    item.setRoundtip(m_userSettings.roundTip());
+    item.setRoundshare(m_userSettings.roundShare());
+}
+
 QColor ContentView::getLinearColor1() const
 {
     if (m_userSettings.highlightSums())
@@ -228,6 +293,5 @@ QString ContentView::shareText() const { return amountText(m_results.sumShare); 
 
 QString ContentView::amountText(double amount) const
 {
-    return formattedAmount(amount,
-        m_userSettings.showCurrency() ? AmountStyle::WithCurrency : AmountStyle::WithSeparator);
+    return formattedAmount(amount, m_userSettings.amountStyle());
 }

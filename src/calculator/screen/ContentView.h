@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DescriptionBuffer.h"
 #include "EmailComposer.h"
 #include "GlobalModel.h"
 #include "Split.h"
@@ -8,6 +9,9 @@
 #include <QColor>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
+
+class Item;
+class NSManagedObjectContext;
 
 /// State and actions of the calculator screen. The inputs live in the settings, the results here:
 /// they are computed anew whenever an input changes.
@@ -18,8 +22,16 @@ class ContentView : public QObject {
     Q_PROPERTY(UserSettings* userSettings READ userSettings CONSTANT)
     Q_PROPERTY(GlobalModel* global READ global CONSTANT)
 
+    Q_PROPERTY(bool showHistory MEMBER m_showHistory NOTIFY showHistoryChanged)
     Q_PROPERTY(bool showCopied READ showCopied WRITE setShowCopied NOTIFY showCopiedChanged)
     Q_PROPERTY(bool showClear MEMBER m_showClear NOTIFY showClearChanged)
+    Q_PROPERTY(bool saveDialog MEMBER m_saveDialog NOTIFY saveDialogChanged)
+    Q_PROPERTY(bool showSaveFailed MEMBER m_showSaveFailed NOTIFY saveFailed)
+    /// Why the bill could not be saved.
+    Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY saveFailed)
+    Q_PROPERTY(QString billDescription READ billDescription WRITE setBillDescription NOTIFY
+            billDescriptionChanged)
+    Q_PROPERTY(QString descriptionNotice READ descriptionNotice NOTIFY billDescriptionChanged)
     Q_PROPERTY(bool showShareFailed READ showShareFailed WRITE setShowShareFailed NOTIFY
             showShareFailedChanged)
     Q_PROPERTY(bool refreshInfo MEMBER m_refreshInfo NOTIFY refreshInfoChanged)
@@ -48,8 +60,9 @@ class ContentView : public QObject {
     Q_PROPERTY(bool hasResults READ hasResults NOTIFY resultsChanged)
 
 public:
-    /// The settings must outlive this object.
-    explicit ContentView(UserSettings& userSettings, QObject* parent = nullptr);
+    /// The settings and the context, in which bills are saved, must outlive this object.
+    ContentView(
+        UserSettings& userSettings, NSManagedObjectContext& viewContext, QObject* parent = nullptr);
 
     /// To be called when the screen is first shown: sets the windows' least size, raises a stored
     /// count of people below 1 to 1, and computes the results.
@@ -75,15 +88,29 @@ public:
     /// Opens the e-mail program with the summary. Does nothing without results.
     Q_INVOKABLE void shareButton();
 
+    /// Opens the save dialog, its description empty. Does nothing without results.
+    Q_INVOKABLE void save();
+    /// Saves the inputs and the results as they stand under the typed description, or under "Bill"
+    /// where nothing was typed. Where that fails, showSaveFailed is set and nothing else changed.
+    /// A count of people or a service that does not fit 32 bits stops the process.
+    Q_INVOKABLE void saveThis();
+
     /// The results panel: top and bottom of its gradient, and its text.
     [[nodiscard]] QColor getLinearColor1() const;
     [[nodiscard]] QColor getLinearColor2() const;
     [[nodiscard]] QColor getForegroundColor() const;
 
+    [[nodiscard]] bool showHistory() const { return m_showHistory; }
     [[nodiscard]] bool showCopied() const { return m_showCopied; }
     void setShowCopied(bool show);
     [[nodiscard]] bool showShareFailed() const { return m_showShareFailed; }
     void setShowShareFailed(bool show);
+
+    [[nodiscard]] QString saveFailure() const { return m_saveFailure; }
+    [[nodiscard]] QString billDescription() const { return m_billDescription.text(); }
+    /// Takes what was typed, unless it is too long: then descriptionNotice says so.
+    void setBillDescription(const QString& description);
+    [[nodiscard]] QString descriptionNotice() const { return m_billDescription.notice(); }
 
     [[nodiscard]] UserSettings* userSettings() const { return &m_userSettings; }
     [[nodiscard]] GlobalModel* global() const { return &m_global; }
@@ -115,7 +142,11 @@ public:
     [[nodiscard]] bool hasResults() const { return m_resultsNotice.isEmpty(); }
 
 Q_SIGNALS:
+    void showHistoryChanged();
     void showCopiedChanged();
+    void saveDialogChanged();
+    void saveFailed();
+    void billDescriptionChanged();
     void showClearChanged();
     void showShareFailedChanged();
     void refreshInfoChanged();
@@ -130,16 +161,23 @@ Q_SIGNALS:
 
 private:
     void tidyCatalystWindow();
+    void fill(Item& item) const;
     void showStoredBill();
     void setBillNotice(const QString& notice);
     void setPeopleNotice(const QString& notice);
     [[nodiscard]] QString amountText(double amount) const;
 
     UserSettings& m_userSettings;
+    NSManagedObjectContext& m_viewContext;
     GlobalModel& m_global;
     EmailComposer m_emailComposer;
 
+    bool m_showHistory = false;
     bool m_showCopied = false;
+    bool m_saveDialog = false;
+    DescriptionBuffer m_billDescription;
+    bool m_showSaveFailed = false;
+    QString m_saveFailure;
     bool m_showClear = false;
     bool m_showShareFailed = false;
     bool m_refreshInfo = false;

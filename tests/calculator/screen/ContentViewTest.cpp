@@ -1,6 +1,7 @@
 #include "ContentView.h"
 
 #include "Palette.h"
+#include "TestStore.h"
 #include "UserDefaults.h"
 
 #include <QClipboard>
@@ -17,6 +18,7 @@ class ContentViewTest : public QObject {
 
 private:
     QTemporaryDir m_folder;
+    TestStore m_bills;
     int m_stores = 0;
     std::unique_ptr<UserDefaults> m_store;
     std::unique_ptr<UserSettings> m_settings;
@@ -29,7 +31,7 @@ private:
         for (auto it = values.cbegin(); it != values.cend(); ++it)
             m_store->setValue(it.key(), it.value());
         m_settings = std::make_unique<UserSettings>(*m_store);
-        m_view = std::make_unique<ContentView>(*m_settings);
+        m_view = std::make_unique<ContentView>(*m_settings, m_bills.context());
         m_view->appear();
     }
 
@@ -41,7 +43,7 @@ private Q_SLOTS:
         m_store = std::make_unique<UserDefaults>(
             m_folder.filePath(QStringLiteral("preferences%1.ini").arg(++m_stores)));
         m_settings = std::make_unique<UserSettings>(*m_store);
-        m_view = std::make_unique<ContentView>(*m_settings);
+        m_view = std::make_unique<ContentView>(*m_settings, m_bills.context());
         m_view->appear();
     }
 
