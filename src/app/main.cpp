@@ -1,4 +1,6 @@
 #include "GlobalModel.h"
+#include "PersistenceController.h"
+#include "StoreFailure.h"
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
@@ -43,6 +45,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setLayoutDirection(layoutDirection());
 
     const TerminationSignals terminationSignals;
+    store::setStoreFailureAlert(showStoreFailure);
     VexiloApp app;
     if (!app.start())
         return EXIT_FAILURE;
