@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <fstream>
 #include <span>
-#include <vector>
 
 namespace {
 
@@ -52,6 +51,19 @@ std::size_t distinctColours(const XServer& server, const WindowArea& area)
     std::sort(colours.begin(), colours.end());
     const auto end = std::unique(colours.begin(), colours.end());
     return static_cast<std::size_t>(end - colours.begin());
+}
+
+std::vector<std::uint32_t> strip(
+    const XServer& server, const WindowArea& area, std::int16_t left, std::uint16_t width)
+{
+    const auto asked = xcb_get_image(server.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, area.window,
+        left, 0, width, area.height, ~0U);
+    std::vector<std::uint32_t> colours;
+    if (const auto image = takeRows(server, asked)) {
+        for (const std::uint32_t pixel : pixels(*image))
+            colours.push_back(pixel & colourMask);
+    }
+    return colours;
 }
 
 void savePicture(const XServer& server, const WindowArea& area, const std::filesystem::path& file)
