@@ -20,8 +20,9 @@ FocusScope {
             title: qsTr("Saved Bills")
 
             PushButton {
-                contentColor: Theme.invalid
+                contentColor: "white"
                 enabled: page.view?.items.markedCount > 0
+                fill: Theme.on
                 font.bold: true
                 font.pixelSize: Theme.fontSize1
                 text: qsTr("Delete %1").arg(page.view?.items.markedCount ?? 0)

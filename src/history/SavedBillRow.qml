@@ -53,8 +53,9 @@ T.ItemDelegate {
     focusPolicy: Qt.ClickFocus
     height: Theme.listRowHeight
     hoverEnabled: true
-    leftPadding: Theme.lineSpace + 2
-    rightPadding: Theme.lineSpace + 2
+    // At the end of the row stands the list's scroll bar.
+    leftPadding: Theme.lineSpace + (Theme.rightToLeft ? 10 : 2)
+    rightPadding: Theme.lineSpace + (Theme.rightToLeft ? 2 : 10)
     onClicked: row.press()
 
     Behavior on aside {

@@ -16,6 +16,8 @@ ListView {
 
     function goTo(row: int) {
         list.currentIndex = Math.max(0, Math.min(row, list.count - 1));
+        // It may be current already, and out of sight.
+        list.positionViewAtIndex(list.currentIndex, ListView.Contain);
     }
 
     Accessible.name: qsTr("Saved Bills")
