@@ -7,6 +7,9 @@ Item {
 
     required property string amount
     required property string date
+    // The room that dates get in every row, so that the amounts stand below each other.
+    property real dateColumn: 0
+    readonly property real dateWidth: dateText.implicitWidth
     property bool markable: false
     property bool marked: false
     required property string ref
@@ -66,6 +69,6 @@ Item {
         font.pixelSize: 16
         horizontalAlignment: Text.AlignRight
         text: line.date
-        width: Math.max(implicitWidth, 136)
+        width: Math.max(implicitWidth, line.dateColumn)
     }
 }

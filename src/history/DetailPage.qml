@@ -26,7 +26,7 @@ FocusScope {
 
         RowLayout {
             Layout.fillWidth: true
-            spacing: 0
+            spacing: page.pushed ? 4 : 0
 
             IconButton {
                 Layout.leftMargin: LayoutMirroring.enabled ? 0 : -Theme.lineSpace

@@ -10,6 +10,8 @@ T.ItemDelegate {
     required property string amount
     readonly property bool chosen: (row.view?.chosenRow ?? -1) === row.index
     required property string date
+    property alias dateColumn: line.dateColumn
+    readonly property alias dateWidth: line.dateWidth
     readonly property real deleteWidth: deleteButton.implicitWidth + Theme.lineSpace
     required property int index
     readonly property bool isEditing: row.view?.isEditing ?? false
@@ -107,6 +109,8 @@ T.ItemDelegate {
         clip: row.aside > 0
 
         BillLine {
+            id: line
+
             amount: row.amount
             date: row.date
             height: parent.height

@@ -9,6 +9,8 @@ import Vexilo.History
 ListView {
     id: list
 
+    // The widest date seen so far, in points.
+    property real dateColumn: 0
     // The row that was swiped aside; -1 while there is none.
     property int swipedRow: -1
     required property HistoryView view
@@ -56,11 +58,13 @@ ListView {
     delegate: SavedBillRow {
         id: row
 
+        dateColumn: list.dateColumn
         last: row.index === list.count - 1
         someSwiped: list.swipedRow >= 0
         swiped: list.swipedRow === row.index
         view: list.view
         width: list.width
+        onDateWidthChanged: list.dateColumn = Math.max(list.dateColumn, row.dateWidth)
         onPressed: list.currentIndex = row.index
         onSwipedAside: aside => list.swipedRow = aside ? row.index : -1
     }
