@@ -167,6 +167,29 @@ private Q_SLOTS:
         expectUntouched(StoreError::Code::NewerFormat);
     }
 
+    /// The first step of making a store is a transaction with a journal of its own.
+    void aStoreWhoseMakingWasCutOffIsMadeAnew()
+    {
+        const QString source = m_folder.path() + QStringLiteral("/half");
+        sqlite3* database = nullptr;
+        QCOMPARE(sqlite3_open(source.toUtf8().constData(), &database), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(database,
+                     "PRAGMA cache_size = 1; PRAGMA cache_spill = 1; BEGIN; CREATE TABLE t (a); "
+                     "INSERT INTO t WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                     "LIMIT 200) SELECT randomblob(2000) FROM n",
+                     nullptr, nullptr, nullptr),
+            SQLITE_OK);
+        QVERIFY(QFile::copy(source, m_folder.file()));
+        QVERIFY(QFile::copy(
+            source + QStringLiteral("-journal"), m_folder.file() + QStringLiteral("-journal")));
+        sqlite3_close(database);
+
+        const auto error = openError(m_folder.file());
+
+        QVERIFY2(!error, error ? qPrintable(error->toString()) : "");
+        saveOneNote();
+    }
+
     void aFileWithoutPermissionIsRefused()
     {
         saveOneNote();

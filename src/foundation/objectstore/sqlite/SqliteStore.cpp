@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,14 +55,25 @@ void closeToOthers(const QString& path)
 
 /// Looks at an existing file through a connection that cannot write, so that a file which is not
 /// ours stays as it is, byte for byte.
+void inspect(const StoreSettings& settings, const NSManagedObjectModel& model)
+{
+    try {
+        SqliteConnection inspection(settings.path, SqliteConnection::Access::Inspect);
+        StoreSchema::examine(inspection, model, settings.migration);
+    } catch (const SQLite::Exception& exception) {
+        // A process that died while it made the file left a journal, which only a connection that
+        // writes can undo; what is left then is examined as well.
+        if (exception.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK)
+            throw;
+    }
+}
+
 SqliteConnection openExamined(const StoreSettings& settings, const NSManagedObjectModel& model)
 {
     ensureOwnFile(settings.path);
     requireAccess(settings.path);
-    if (QFileInfo(settings.path).size() > 0) {
-        SqliteConnection inspection(settings.path, SqliteConnection::Access::Inspect);
-        StoreSchema::examine(inspection, model, settings.migration);
-    }
+    if (QFileInfo(settings.path).size() > 0)
+        inspect(settings, model);
     closeToOthers(settings.path);
     return { settings.path, SqliteConnection::Access::Write };
 }
