@@ -1,10 +1,13 @@
 #include "NSFetchedResultsController.h"
 #include "StoreFixture.h"
 
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <array>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -179,6 +182,50 @@ private Q_SLOTS:
 
         QCOMPARE(title(*note), QStringLiteral("theirs"));
         QCOMPARE(list.rowCount(), 2);
+    }
+
+    void aStoreThatIsLockedForTooLongIsAnError()
+    {
+        addNote(context(), QStringLiteral("a"));
+        sqlite3* other = nullptr;
+        QCOMPARE(sqlite3_open(m_folder.file().toUtf8().constData(), &other), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+
+        QElapsedTimer clock;
+        clock.start();
+        const auto saved = context().save();
+        const qint64 waited = clock.elapsed();
+        sqlite3_close(other);
+
+        QCOMPARE(saved.error().code, StoreError::Code::Locked);
+        QVERIFY(waited >= 4900);
+        mustSave(context());
+        QCOMPARE(titles(context()), words("a"));
+    }
+
+    void severalProcessesMakeOneStoreTogether()
+    {
+        m_ours.reset();
+        m_theirs.reset();
+        for (int round = 0; round < 30; ++round) {
+            m_folder = StoreFolder();
+            std::array<pid_t, 4> children = {};
+            for (pid_t& child : children) {
+                child = ::fork();
+                if (child != 0)
+                    continue;
+                const auto container = openContainer(m_folder.file());
+                addNote(container->viewContext(), QStringLiteral("a"));
+                mustSave(container->viewContext());
+                ::_exit(0);
+            }
+            for (const pid_t child : children) {
+                int status = -1;
+                ::waitpid(child, &status, 0);
+                QCOMPARE(status, 0);
+            }
+            QCOMPARE(titles(openContainer(m_folder.file())->viewContext()).size(), 4);
+        }
     }
 
     void twoProcessesSaveSideBySide()

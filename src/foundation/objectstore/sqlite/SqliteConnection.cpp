@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr int busyTimeoutMs = 5000;
-
 /// A connection belongs to one thread, so it needs no lock of its own.
 int flagsFor(SqliteConnection::Access access)
 {

@@ -13,6 +13,9 @@ class SqliteConnection {
 public:
     enum class Access { Inspect, Read, Write };
 
+    /// How long a connection waits for another that keeps the file locked.
+    static constexpr int busyTimeoutMs = 5000;
+
     /// Inspect never writes, not even a checkpoint. Throws SQLite::Exception.
     SqliteConnection(const QString& path, Access access);
 

@@ -1,8 +1,10 @@
 #include "SqliteStore.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QThread>
 
 #include <algorithm>
 #include <cerrno>
@@ -78,12 +80,29 @@ SqliteConnection openExamined(const StoreSettings& settings, const NSManagedObje
     return { settings.path, SqliteConnection::Access::Write };
 }
 
+/// Two processes that make one file at the same time get into each other's way here, and SQLite
+/// refuses one of them at once instead of letting it wait.
+void useLog(SqliteConnection& connection)
+{
+    const QDeadlineTimer deadline(SqliteConnection::busyTimeoutMs);
+    for (;;) {
+        try {
+            connection.database().exec("PRAGMA journal_mode = WAL");
+            return;
+        } catch (const SQLite::Exception& exception) {
+            if (exception.getErrorCode() != SQLITE_BUSY || deadline.hasExpired())
+                throw;
+        }
+        QThread::msleep(1);
+    }
+}
+
 std::shared_ptr<const EntityTables> prepared(
     SqliteConnection& connection, const StoreSettings& settings, const NSManagedObjectModel& model)
 {
     StoreSchema::examine(connection, model, settings.migration);
+    useLog(connection);
     SQLite::Database& database = connection.database();
-    database.exec("PRAGMA journal_mode = WAL");
     database.exec("PRAGMA synchronous = FULL"); // a save that returned is on the disk
     database.exec("PRAGMA journal_size_limit = 4194304"); // a large log shrinks at its next start
     return StoreSchema::prepare(connection, model, settings.migration);
