@@ -184,6 +184,30 @@ private Q_SLOTS:
         QVERIFY(failures > 5);
     }
 
+    void aStoreThatCannotBeMadeForAFullDiskIsMadeLater()
+    {
+        FaultyVfs& disk = FaultyVfs::install();
+        int failures = 0;
+        for (int point = 1;; ++point) {
+            disk.wipe();
+            const StoreFolder folder;
+
+            disk.refuseWritesFrom(point, SQLITE_FULL);
+            const auto error = openError(folder.file());
+            disk.allowWrites();
+
+            if (!error)
+                break;
+            ++failures;
+            QCOMPARE(error->code, StoreError::Code::DiskFull);
+            const auto container = openContainer(folder.file());
+            addPair(container->viewContext(), 0);
+            mustSave(container->viewContext());
+            QCOMPARE(integrityOf(folder.file()), QStringLiteral("ok"));
+        }
+        QVERIFY(failures > 5);
+    }
+
     void aNewRecordThatCannotBeSavedCanBeTakenOutAgain()
     {
         FaultyVfs& disk = FaultyVfs::install();

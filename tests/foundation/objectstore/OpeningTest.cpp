@@ -190,6 +190,34 @@ private Q_SLOTS:
         saveOneNote();
     }
 
+    void aFolderMayHaveAnyName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("space") << QStringLiteral("my bills");
+        QTest::newRow("question mark") << QStringLiteral("what?mode=ro");
+        QTest::newRow("percent") << QStringLiteral("100%25");
+        QTest::newRow("number sign") << QStringLiteral("#1");
+        QTest::newRow("quotes") << QStringLiteral("it's \"mine\"");
+        QTest::newRow("other scripts")
+            << QStringLiteral("d\u00e9p\u00f4t \u0441\u0447\u0451\u0442 \u52d8\u5b9a");
+        QTest::newRow("backslash") << QStringLiteral("a\\b");
+    }
+
+    void aFolderMayHaveAnyName()
+    {
+        QFETCH(const QString, name);
+        const QString file
+            = m_folder.path() + QLatin1Char('/') + name + QStringLiteral("/n.sqlite");
+        {
+            const auto container = openContainer(file);
+            addNote(container->viewContext(), QStringLiteral("a"));
+            mustSave(container->viewContext());
+        }
+
+        QVERIFY(QFileInfo::exists(file));
+        QCOMPARE(titles(openContainer(file)->viewContext()), words("a"));
+    }
+
     void aFileWithoutPermissionIsRefused()
     {
         saveOneNote();
