@@ -218,6 +218,23 @@ private Q_SLOTS:
         QCOMPARE(titles(openContainer(file)->viewContext()), words("a"));
     }
 
+    void everyFileBehindALinkIsForTheUserAlone()
+    {
+        saveOneNote();
+        const QString real = m_folder.path() + QStringLiteral("/real/Notes.sqlite");
+        QVERIFY(QDir().mkpath(QFileInfo(real).path()));
+        QVERIFY(QFile::rename(m_folder.file(), real));
+        QVERIFY(QFile::link(real, m_folder.file()));
+        QCOMPARE(::chmod(QFile::encodeName(real).constData(), 0644), 0);
+
+        const auto container = openContainer(m_folder.file());
+        addNote(container->viewContext(), QStringLiteral("a"));
+        mustSave(container->viewContext());
+
+        for (const char* suffix : { "", "-wal", "-shm" })
+            QCOMPARE(modeOf(real + QLatin1String(suffix)), 0600);
+    }
+
     void aFileWithoutPermissionIsRefused()
     {
         saveOneNote();

@@ -48,11 +48,13 @@ void requireAccess(const QString& path)
             { { QStringLiteral("path"), path } } };
 }
 
+/// The log and its index lie beside the file itself, not beside a link to it.
 void closeToOthers(const QString& path)
 {
+    const QString file = QFileInfo(path).canonicalFilePath();
     for (const char* suffix : { "", "-wal", "-shm" })
         (void)::chmod(
-            QFile::encodeName(path + QLatin1String(suffix)).constData(), S_IRUSR | S_IWUSR);
+            QFile::encodeName(file + QLatin1String(suffix)).constData(), S_IRUSR | S_IWUSR);
 }
 
 /// Looks at an existing file through a connection that cannot write, so that a file which is not
