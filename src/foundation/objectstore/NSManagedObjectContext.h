@@ -49,7 +49,8 @@ public:
     Result<NSBatchDeleteResult> execute(const NSBatchDeleteRequest& request);
 
     [[nodiscard]] bool hasChanges() const { return m_pendingCount > 0; }
-    /// On failure everything unsaved stays in the context as it was.
+    /// On failure everything unsaved stays in the context as it was. A store file that was deleted,
+    /// moved or replaced since it was opened is a failure: CannotOpen.
     Result<void> save();
     /// Gives up everything unsaved; objects that were changed are read afresh.
     void rollback();

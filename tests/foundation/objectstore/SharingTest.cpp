@@ -203,6 +203,33 @@ private Q_SLOTS:
         QCOMPARE(titles(context()), words("a"));
     }
 
+    void aSaveIntoAFileThatIsNoLongerThereIsAnError_data()
+    {
+        QTest::addColumn<bool>("isReplaced");
+        QTest::newRow("deleted") << false;
+        QTest::newRow("replaced") << true;
+    }
+
+    void aSaveIntoAFileThatIsNoLongerThereIsAnError()
+    {
+        QFETCH(const bool, isReplaced);
+        addNote(context(), QStringLiteral("a"));
+        mustSave(context());
+        m_theirs.reset();
+        QVERIFY(QFile::rename(m_folder.file(), m_folder.file() + QStringLiteral(".old")));
+        if (isReplaced)
+            QVERIFY(QFile::copy(m_folder.file() + QStringLiteral(".old"), m_folder.file()));
+        addNote(context(), QStringLiteral("b"));
+
+        const auto saved = context().save();
+        const auto deleted = context().execute(
+            NSBatchDeleteRequest(NSFetchRequest { QStringLiteral("Note"), {}, {} }));
+
+        QCOMPARE(saved.error().code, StoreError::Code::CannotOpen);
+        QCOMPARE(deleted.error().code, StoreError::Code::CannotOpen);
+        QVERIFY(context().hasChanges());
+    }
+
     void severalProcessesMakeOneStoreTogether()
     {
         m_ours.reset();

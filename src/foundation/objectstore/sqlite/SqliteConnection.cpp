@@ -64,6 +64,16 @@ SQLite::Statement& SqliteConnection::statement(const std::string& sql)
     return *kept;
 }
 
+void SqliteConnection::requireInPlace()
+{
+    int hasMoved = 0; // stays 0 where the file system cannot tell
+    (void)sqlite3_file_control(m_database.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
+    if (hasMoved != 0)
+        throw StoreError { StoreError::Code::CannotOpen,
+            QStringLiteral("The store file was deleted, moved or replaced while it was open."),
+            { { QStringLiteral("path"), m_path } } };
+}
+
 qint64 SqliteConnection::integer(const std::string& sql)
 {
     Query query(*this, sql);

@@ -27,6 +27,8 @@ public:
 
     /// A statement prepared once and kept.
     SQLite::Statement& statement(const std::string& sql);
+    /// Throws StoreError where the path no longer leads to the file that is open.
+    void requireInPlace();
     /// For a query of one integer, such as a pragma.
     qint64 integer(const std::string& sql);
 

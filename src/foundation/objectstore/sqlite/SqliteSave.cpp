@@ -85,6 +85,7 @@ Result<SaveOutcome> SqliteStore::save(const SaveRequest& request)
         HistoryWriter history;
         SQLite::Transaction transaction(
             m_connection.database(), SQLite::TransactionBehavior::IMMEDIATE);
+        m_connection.requireInPlace();
         updateRows(request, outcome, history);
         deleteRows(request, history);
         insertRows(request, outcome, history);
@@ -185,6 +186,7 @@ Result<std::vector<qint64>> SqliteStore::batchDelete(
         const bool isBounded = request.fetchLimit > 0 || request.fetchOffset > 0;
         SQLite::Transaction transaction(
             m_connection.database(), SQLite::TransactionBehavior::IMMEDIATE);
+        m_connection.requireInPlace();
         std::vector<qint64> ids = identitiesToDelete(m_connection, table, request);
         if (ids.empty())
             return ids;

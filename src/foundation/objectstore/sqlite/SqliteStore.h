@@ -59,6 +59,8 @@ public:
     Result<std::unique_ptr<StoreReader>> openPinnedReader();
     Result<std::unique_ptr<IdentityCursor>> openCursor(const NSFetchRequest& request);
 
+    /// Both fail with CannotOpen once the file was deleted, moved or replaced: what is written into
+    /// a file that nobody finds again is lost.
     Result<SaveOutcome> save(const SaveRequest& request);
     /// The identities deleted, ascending.
     Result<std::vector<qint64>> batchDelete(const NSFetchRequest& request, const QString& author);
