@@ -78,8 +78,9 @@ public:
 
     enum class QueryGeneration { Unpinned, Current };
     /// With Current, reads see the store as it is now, whatever others save, until this context
-    /// saves, merges or refreshes all: then it moves on to the newest state. Fails with
-    /// GenerationUnavailable while no store is loaded.
+    /// saves, merges or refreshes all: then it moves on to the newest state. Until then the log
+    /// beside the file keeps all that others save. Fails with GenerationUnavailable while no store
+    /// is loaded.
     Result<void> setQueryGenerationFrom(QueryGeneration generation);
 
     /// Tells the contexts what a save elsewhere changed: deleted objects leave them at once,

@@ -98,6 +98,18 @@ private Q_SLOTS:
         QCOMPARE(titles(context()), words("b"));
     }
 
+    void aPinnedContextThatMovesOnDoesNotKeepTheLogGrowing()
+    {
+        QVERIFY(context().setQueryGenerationFrom(QueryGeneration::Current));
+
+        for (int i = 0; i < 200; ++i) { // 40 megabytes
+            addNote(context(), QString(200'000, QLatin1Char('x')));
+            mustSave(context());
+        }
+
+        QVERIFY(QFileInfo(m_folder.file() + QStringLiteral("-wal")).size() < 8'000'000);
+    }
+
     void aLookWithoutNewsFindsNothing()
     {
         addNote(context(), QStringLiteral("ours"));

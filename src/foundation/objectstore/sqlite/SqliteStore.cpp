@@ -106,7 +106,7 @@ std::shared_ptr<const EntityTables> prepared(
     useLog(connection);
     SQLite::Database& database = connection.database();
     database.exec("PRAGMA synchronous = FULL"); // a save that returned is on the disk
-    database.exec("PRAGMA journal_size_limit = 4194304"); // a large log shrinks at its next start
+    database.exec("PRAGMA journal_size_limit = " + std::to_string(SqliteConnection::usualLogSize));
     return StoreSchema::prepare(connection, model, settings.migration);
 }
 

@@ -1,6 +1,10 @@
 #include "StoreReader.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
+#include <sqlite3.h>
 
 namespace {
 
@@ -71,9 +75,22 @@ Result<void> StoreReader::advance()
     if (m_view == View::Newest)
         return {};
     return guarded(m_connection.path(), [&] {
-        m_connection.database().exec("ROLLBACK");
+        if (sqlite3_get_autocommit(m_connection.database().getHandle()) == 0)
+            m_connection.database().exec("ROLLBACK");
+        shortenLog();
         pin();
     });
+}
+
+/// The log only starts again from its beginning while nobody reads from it. A reader that always
+/// stands at its last transaction would let it grow for as long as the program runs; once all of
+/// the log is in the file, the reader stands on the file instead.
+void StoreReader::shortenLog()
+{
+    sqlite3* database = m_connection.database().getHandle();
+    const char* log = sqlite3_filename_wal(sqlite3_db_filename(database, "main"));
+    if (QFileInfo(QFile::decodeName(log)).size() > SqliteConnection::usualLogSize)
+        m_connection.database().exec("PRAGMA wal_checkpoint(PASSIVE)");
 }
 
 Result<std::optional<StoredRow>> StoreReader::row(const NSEntityDescription* entity, qint64 id)

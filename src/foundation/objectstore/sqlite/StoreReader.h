@@ -80,6 +80,7 @@ public:
 
 private:
     void pin();
+    void shortenLog();
 
     std::shared_ptr<const EntityTables> m_tables;
     SqliteConnection m_connection;
