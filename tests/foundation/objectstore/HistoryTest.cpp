@@ -127,6 +127,33 @@ private Q_SLOTS:
         QCOMPARE(left[1].number, last);
     }
 
+    void pruningForgetsTransactionsOnlyAsAWhole()
+    {
+        const auto kept = addNote(*m_context, QStringLiteral("kept"));
+        const auto deleted = addNote(*m_context, QStringLiteral("deleted"));
+        mustSave(*m_context);
+        m_context->deleteObject(*deleted);
+        mustSave(*m_context);
+        for (int i = 1; i <= 2; ++i) { // an insertion and a change each
+            addNote(*m_context, QStringLiteral("new"));
+            kept->setValue(i, QStringLiteral("count"));
+            mustSave(*m_context);
+        }
+        const auto before = history();
+        QCOMPARE(before.size(), std::size_t(4));
+
+        auto& coordinator = m_container->persistentStoreCoordinator();
+        QVERIFY(coordinator.prunePersistentHistory(before[2].number));
+        QCOMPARE(history().size(), std::size_t(2));
+        QCOMPARE(history()[0].changes.size(), std::size_t(1)); // the deletion
+        QVERIFY(coordinator.prunePersistentHistory(before[3].number));
+
+        QCOMPARE(history().size(), std::size_t(2));
+        QCOMPARE(history()[0].changes.size(), std::size_t(1));
+        QCOMPARE(history()[1].number, before[3].number);
+        QCOMPARE(history()[1].changes.size(), std::size_t(2));
+    }
+
     void identifiersOfRecordsDifferAndLast()
     {
         QSet<QUuid> identifiers;

@@ -38,6 +38,17 @@ void appendChanges(
         transaction.changes.push_back({ kind, { &table.entity(), id }, attributes });
 }
 
+/// Where the transaction after one of that number begins; the last one, whose number must not be
+/// given again, is always after. Transactions are forgotten as a whole.
+qint64 firstAfter(SqliteConnection& connection, qint64 number)
+{
+    Query query(connection,
+        "SELECT ifnull(min(number), (SELECT max(number) FROM _store_history WHERE stamp IS NOT "
+        "NULL)) FROM _store_history WHERE number > ? AND stamp IS NOT NULL");
+    query->bind(1, static_cast<int64_t>(number));
+    return query->executeStep() ? query->getColumn(0).getInt64() : 0;
+}
+
 } // namespace
 
 void HistoryWriter::add(Kind kind, const EntityTable& table, quint64 attributes, qint64 id)
@@ -83,6 +94,20 @@ std::vector<PersistentHistoryTransaction> readHistory(
             appendChanges(transactions.back(), *query, *table);
     }
     return transactions;
+}
+
+void pruneHistory(SqliteConnection& connection, qint64 upTo)
+{
+    const qint64 end = firstAfter(connection, upTo);
+    // The row with the stamp speaks for the deletions of its transaction, so it stays with them.
+    Query remove(connection,
+        "DELETE FROM _store_history WHERE number < ?1 AND kind <> 2 AND (stamp IS NULL OR "
+        "NOT EXISTS (SELECT 1 FROM _store_history AS later WHERE later.number > "
+        "_store_history.number AND later.kind = 2 AND later.number < ifnull((SELECT "
+        "min(number) FROM _store_history AS next WHERE next.number > _store_history.number "
+        "AND next.stamp IS NOT NULL), 9223372036854775807)))");
+    remove->bind(1, static_cast<int64_t>(end));
+    remove->exec();
 }
 
 std::string packIdentities(std::vector<qint64> ids)

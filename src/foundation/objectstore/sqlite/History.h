@@ -41,6 +41,10 @@ private:
 std::vector<PersistentHistoryTransaction> readHistory(
     SqliteConnection& connection, const EntityTables& tables, qint64 after);
 
+/// Forgets the insertions and updates of the transactions up to one of that number. Throws
+/// SQLite::Exception.
+void pruneHistory(SqliteConnection& connection, qint64 upTo);
+
 std::string packIdentities(std::vector<qint64> ids);
 /// Nothing for bytes that packIdentities cannot have written.
 std::optional<std::vector<qint64>> unpackIdentities(std::string_view bytes);

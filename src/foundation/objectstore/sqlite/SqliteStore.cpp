@@ -6,7 +6,6 @@
 #include <QRandomGenerator>
 #include <QThread>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -148,20 +147,7 @@ Result<std::vector<PersistentHistoryTransaction>> SqliteStore::historyAfter(qint
 
 Result<void> SqliteStore::pruneHistory(qint64 upTo)
 {
-    return guarded(m_settings.path, [&] {
-        // The row with the stamp speaks for the deletions of its transaction, so it stays with
-        // them.
-        Query remove(m_connection,
-            "DELETE FROM _store_history WHERE number <= ?1 AND kind <> 2 AND (stamp IS NULL OR "
-            "NOT EXISTS (SELECT 1 FROM _store_history AS later WHERE later.number > "
-            "_store_history.number AND later.kind = 2 AND later.number < ifnull((SELECT "
-            "min(number) FROM _store_history AS next WHERE next.number > _store_history.number "
-            "AND next.stamp IS NOT NULL), 9223372036854775807)))");
-        // The last transaction stays in any case: its number must not be given again.
-        const qint64 last = m_connection.integer("SELECT max(number) FROM _store_history");
-        remove->bind(1, static_cast<int64_t>(std::min(upTo, last - 1)));
-        remove->exec();
-    });
+    return guarded(m_settings.path, [&] { ::pruneHistory(m_connection, upTo); });
 }
 
 Result<qint64> SqliteStore::lastTransaction()
