@@ -228,6 +228,20 @@ private Q_SLOTS:
         QCOMPARE(titles(*m_context), words("0"));
     }
 
+    void aBatchDeletionOfTheFirstFewTakesThoseThatAFetchGives()
+    {
+        for (const QString& name : words("a b c d"))
+            addNote(*m_context, name, 7);
+        mustSave(*m_context);
+        NSFetchRequest firstTwo = notesByDate(SortDescriptor::Order::Descending);
+        firstTwo.fetchLimit = 2;
+        QCOMPARE(titles(*m_context, firstTwo), words("a b"));
+
+        QVERIFY(m_context->execute(NSBatchDeleteRequest(firstTwo)));
+
+        QCOMPARE(titles(*m_container->newContext()), words("c d"));
+    }
+
     void aBatchDeletionLeavesTombstones()
     {
         for (int i = 0; i < 300; ++i)

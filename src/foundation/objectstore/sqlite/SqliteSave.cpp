@@ -9,7 +9,7 @@ constexpr qint64 firstVersion = 1;
 std::vector<qint64> identitiesToDelete(
     SqliteConnection& connection, const EntityTable& table, const NSFetchRequest& request)
 {
-    const RequestSql sql(table, request, RequestSql::Ties::AsIndexed);
+    const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
     const bool isBounded = request.fetchLimit > 0 || request.fetchOffset > 0;
     Query query(connection, "SELECT _id" + (isBounded ? sql.whole() : sql.where()));
     sql.bind(*query);
@@ -23,7 +23,7 @@ std::vector<qint64> identitiesToDelete(
 void deleteByRequest(
     SqliteConnection& connection, const EntityTable& table, const NSFetchRequest& request)
 {
-    const RequestSql sql(table, request, RequestSql::Ties::AsIndexed);
+    const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
     Query query(connection, "DELETE" + sql.where());
     sql.bind(*query);
     query->exec();
