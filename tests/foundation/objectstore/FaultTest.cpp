@@ -12,8 +12,8 @@
 
 namespace {
 
-/// How often a fault is tried: as often as the environment says, so that a longer run by hand
-/// needs no other program.
+/// How often a fault is tried: as often as the environment says, so that a
+/// longer run by hand needs no other program.
 int roundsOf(const char* variable, int usual)
 {
     const int wanted = qEnvironmentVariableIntValue(variable);
@@ -73,7 +73,8 @@ std::vector<int> savesBeforeTheKill(const QString& file, int first, unsigned mic
         ::_exit(0);
     }
     ::close(ends[1]);
-    // The first report shows that the store is open; the kill falls at random after it.
+    // The first report shows that the store is open; the kill falls at random
+    // after it.
     std::vector<int> saved;
     int number = 0;
     if (::read(ends[0], &number, sizeof number) == sizeof number)
@@ -133,7 +134,8 @@ private Q_SLOTS:
 
             const QByteArray where
                 = "seed " + QByteArray::number(seed) + ", round " + QByteArray::number(round);
-            // The save that was cut off may have reached the disk, but only as a whole.
+            // The save that was cut off may have reached the disk, but only as a
+            // whole.
             std::set<int> orOneMore = saved;
             orOneMore.insert({ number, number + 1 });
             QVERIFY2(stored == saved || stored == orOneMore, where.constData());
@@ -252,13 +254,40 @@ class KillTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aStoreWhoseMakingWasKilledCanBeOpened()
+    {
+        std::mt19937 random(std::random_device {}());
+        for (int round = 0; round < roundsOf("OBJECTSTORE_KILLS", 200) / 4; ++round) {
+            const StoreFolder folder;
+            const pid_t child = ::fork();
+            if (child == 0) {
+                saveAndReport(folder.file(), 0, -1);
+                ::_exit(0);
+            }
+            ::usleep(static_cast<unsigned>(random() % 4000)); // opening takes about two thousand
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+
+            const auto error = openError(folder.file());
+
+            QVERIFY2(!error, error ? qPrintable(error->toString()) : "");
+            QCOMPARE(integrityOf(folder.file()), QStringLiteral("ok"));
+        }
+    }
+
     void whatWasSavedSurvivesAKill()
     {
-        const StoreFolder folder;
+        constexpr int roundsOfAFile = 200; // every round reads all that the file holds
+        StoreFolder folder;
         std::mt19937 random(std::random_device {}());
         std::set<int> reported;
         int first = 0;
         for (int round = 0; round < roundsOf("OBJECTSTORE_KILLS", 200); ++round) {
+            if (round % roundsOfAFile == 0) {
+                folder = StoreFolder();
+                reported.clear();
+                first = 0;
+            }
             const auto saved
                 = savesBeforeTheKill(folder.file(), first, static_cast<unsigned>(random() % 20000));
             QVERIFY(!saved.empty());
