@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 #include <bit>
+#include <cmath>
 #include <limits>
 
 bool isAbsentOr(AttributeType type, const AttributeValue& value)
@@ -81,10 +82,16 @@ bool isSame(const AttributeValue& left, const AttributeValue& right)
     return left == right;
 }
 
+bool isAbsent(const AttributeValue& value)
+{
+    const auto* number = std::get_if<double>(&value);
+    return value.index() == 0 || (number != nullptr && std::isnan(*number));
+}
+
 int compare(const AttributeValue& left, const AttributeValue& right)
 {
-    if (left.index() == 0 || right.index() == 0)
-        return static_cast<int>(left.index() != 0) - static_cast<int>(right.index() != 0);
+    if (isAbsent(left) || isAbsent(right))
+        return static_cast<int>(!isAbsent(left)) - static_cast<int>(!isAbsent(right));
     // The store compares texts as bytes; UTF-16 code units sort differently above U+FFFF.
     if (const auto* text = std::get_if<QString>(&left))
         return text->toUtf8().compare(std::get<QString>(right).toUtf8());

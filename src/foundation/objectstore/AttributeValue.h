@@ -22,6 +22,10 @@ using AttributeValues = std::vector<AttributeValue>;
 /// True for a value of the type, and for an absent one.
 [[nodiscard]] bool isAbsentOr(AttributeType type, const AttributeValue& value);
 
+/// True also for a double that is not a number: the store has no such value, and where a record
+/// that was not yet saved has one, it must have a place in every order all the same.
+[[nodiscard]] bool isAbsent(const AttributeValue& value);
+
 /// Invalid for an absent value.
 [[nodiscard]] QVariant toVariant(const AttributeValue& value);
 

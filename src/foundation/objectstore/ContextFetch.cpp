@@ -160,8 +160,10 @@ Result<NSManagedObjectContext::Object> NSManagedObjectContext::existingObject(
     const NSManagedObjectID& id)
 {
     Object object = objectWithID(id);
-    if (object->m_isFault)
-        fireFault(*object);
+    if (object->m_isFault) {
+        if (const Result<void> read = fulfilFaults({ object }); !read)
+            return read.error();
+    }
     if (object->m_isFault || object->isDeleted())
         return StoreError { StoreError::Code::ObjectMissing,
             QStringLiteral("There is no record %1.").arg(id.toString()), {} };

@@ -36,7 +36,7 @@ bool FetchOrder::matches(const NSManagedObject& object) const
     const int order = compare(value, m_value);
     if (m_comparison == Predicate::Comparison::Equal)
         return order == 0;
-    if (value.index() == 0 || m_value.index() == 0)
+    if (isAbsent(value) || isAbsent(m_value))
         return false;
     switch (m_comparison) {
     case Predicate::Comparison::LessThan:

@@ -39,7 +39,8 @@ public:
 
     /// The one object of an identity; a fault where it is not yet known. Never null.
     [[nodiscard]] Object objectWithID(const NSManagedObjectID& id);
-    /// The same, read from the store at once; fails with ObjectMissing where there is no record.
+    /// The same, read from the store at once; fails with ObjectMissing where there is no record,
+    /// and with the store's error where it cannot be read.
     Result<Object> existingObject(const NSManagedObjectID& id);
     /// Reads the values of those that are faults, in few queries. One without a record stays one.
     Result<void> fulfilFaults(const std::vector<Object>& objects);

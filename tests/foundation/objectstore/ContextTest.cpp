@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <bit>
+#include <cmath>
 #include <limits>
 
 class ContextTest : public QObject {
@@ -291,6 +292,29 @@ private Q_SLOTS:
         }
     }
 
+    void aValueThatIsNoNumberSortsAsAbsent()
+    {
+        for (const double weight : { 2.0, std::nan(""), 1.0 })
+            addNote(*m_context, QString::number(weight))
+                ->setValue(weight, QStringLiteral("weight"));
+        NSFetchRequest request { QStringLiteral("Note"), {}, {} };
+        request.sortDescriptors = { { QStringLiteral("weight"), {} } };
+
+        QCOMPARE(titles(*m_context, request), words("nan 1 2"));
+        request.predicate
+            = Predicate { QStringLiteral("weight"), Predicate::Comparison::GreaterThan, 0.0 };
+        QCOMPARE(titles(*m_context, request), words("1 2"));
+    }
+
+    void nothingCanBeComparedWithWhatIsNoNumber()
+    {
+        NSFetchRequest request { QStringLiteral("Note"), {}, {} };
+        request.predicate
+            = Predicate { QStringLiteral("weight"), Predicate::Comparison::Equal, std::nan("") };
+
+        QCOMPARE(m_context->fetch(request).error().code, StoreError::Code::InvalidRequest);
+    }
+
     void limitAndOffsetCutTheSortedResult()
     {
         for (int i = 0; i < 6; ++i)
@@ -381,6 +405,8 @@ private Q_SLOTS:
         QCOMPARE(context.save().error().code, StoreError::Code::NoStore);
         QCOMPARE(context.fetch({ QStringLiteral("Note"), {}, {} }).error().code,
             StoreError::Code::NoStore);
+        const NSManagedObjectID id(noteModel()->entity(QStringLiteral("Note")), 1);
+        QCOMPARE(context.existingObject(id).error().code, StoreError::Code::NoStore);
         QVERIFY(context.hasChanges());
     }
 

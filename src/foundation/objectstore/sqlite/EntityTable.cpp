@@ -160,7 +160,7 @@ RequestSql::RequestSql(const EntityTable& table, const NSFetchRequest& request, 
         const int index = requiredAttribute(entity, request.predicate->attribute);
         const auto type = entity.attributes()[static_cast<std::size_t>(index)].type;
         m_value = fromVariant(request.predicate->value, type);
-        if (!m_value)
+        if (!m_value || (isAbsent(*m_value) && request.predicate->value.isValid()))
             rejectRequest(QStringLiteral("%1.%2 is compared with a value of another type.")
                               .arg(entity.name(), request.predicate->attribute));
         m_where = " WHERE " + table.column(index) + operatorOf(request.predicate->comparison);
