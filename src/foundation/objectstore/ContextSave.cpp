@@ -88,7 +88,7 @@ NSObjectIDChanges NSManagedObjectContext::adopt(
     NSObjectIDChanges changes;
     ObjectChanges merged;
     (void)advanceGeneration(); // a pinned reader that cannot move on still reads the older state
-    adoptInserted(request, outcome, changes);
+    const PermanentIdentities identities = adoptInserted(request, outcome, changes);
     adoptUpdated(request, outcome, changes, merged);
     for (const RowChange& row : request.deletes) {
         const NSManagedObjectID id(row.entity, row.id);
@@ -100,12 +100,16 @@ NSObjectIDChanges NSManagedObjectContext::adopt(
         if (object->m_state == NSManagedObject::State::Updated)
             dropClaim(*object); // changed and changed back
     }
+    renameAnnounced(identities);
+    // Observers may save again, so they only hear of it when all is as the store has it.
+    if (!identities.empty())
+        Q_EMIT identitiesBecamePermanent(identities);
     if (!merged.isEmpty())
         Q_EMIT objectsDidChange(merged);
     return changes;
 }
 
-void NSManagedObjectContext::adoptInserted(
+PermanentIdentities NSManagedObjectContext::adoptInserted(
     const SaveRequest& request, const SaveOutcome& outcome, NSObjectIDChanges& changes)
 {
     PermanentIdentities identities;
@@ -127,8 +131,7 @@ void NSManagedObjectContext::adoptInserted(
     }
     if (!inserted.empty())
         changes[NSInsertedObjectsKey] = std::move(inserted);
-    if (!identities.empty())
-        Q_EMIT identitiesBecamePermanent(identities);
+    return identities;
 }
 
 void NSManagedObjectContext::adoptUpdated(const SaveRequest& request, const SaveOutcome& outcome,

@@ -148,8 +148,28 @@ void NSManagedObjectContext::processPendingChanges()
         else if (wasPresent && attributes != 0)
             changes.updated.push_back({ object->m_id, attributes });
     }
-    if (!changes.isEmpty())
-        Q_EMIT objectsDidChange(changes);
+    if (changes.isEmpty())
+        return;
+    m_announcing.push_back(&changes);
+    Q_EMIT objectsDidChange(changes);
+    m_announcing.pop_back();
+}
+
+/// An observer may save what is just being announced; those that hear of it later must not be told
+/// of identities that are no more.
+void NSManagedObjectContext::renameAnnounced(const PermanentIdentities& identities)
+{
+    if (m_announcing.empty())
+        return;
+    QHash<NSManagedObjectID, NSManagedObjectID> permanent;
+    for (const auto& [before, after] : identities)
+        permanent.insert(before, after);
+    for (ObjectChanges* changes : m_announcing) {
+        for (NSManagedObjectID& id : changes->inserted)
+            id = permanent.value(id, id);
+        for (ObjectChanges::Update& update : changes->updated)
+            update.id = permanent.value(update.id, update.id);
+    }
 }
 
 bool NSManagedObjectContext::hasPendingOf(const NSEntityDescription* entity) const

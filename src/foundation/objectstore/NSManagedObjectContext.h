@@ -125,6 +125,7 @@ private:
     void fireFault(NSManagedObject& object);
     void dropClaim(NSManagedObject& object);
     void expel(NSManagedObject& object);
+    void renameAnnounced(const PermanentIdentities& identities);
     bool hasPendingOf(const NSEntityDescription* entity) const;
     void compactChanged();
 
@@ -135,7 +136,7 @@ private:
     Result<void> validate() const;
     SaveRequest saveRequest();
     NSObjectIDChanges adopt(const SaveRequest& request, const SaveOutcome& outcome);
-    void adoptInserted(
+    PermanentIdentities adoptInserted(
         const SaveRequest& request, const SaveOutcome& outcome, NSObjectIDChanges& changes);
     void adoptUpdated(const SaveRequest& request, const SaveOutcome& outcome,
         NSObjectIDChanges& changes, ObjectChanges& merged);
@@ -149,6 +150,7 @@ private:
     std::unordered_map<const NSEntityDescription*, Registry> m_registries;
     std::vector<Object> m_changed; // in the order of the first change; may hold settled ones
     std::vector<Object> m_touched; // to be announced
+    std::vector<ObjectChanges*> m_announcing; // on their way to the observers, innermost last
     std::deque<std::function<void()>> m_work; // waits for its turn of the event loop
     std::size_t m_pendingCount = 0;
     bool m_isAnnouncementQueued = false;

@@ -315,6 +315,23 @@ private Q_SLOTS:
         QCOMPARE(m_context->fetch(request).error().code, StoreError::Code::InvalidRequest);
     }
 
+    void anObserverOfNewIdentitiesCanSave()
+    {
+        const auto note = addNote(*m_context, QStringLiteral("a"));
+        mustSave(*m_context);
+        connect(m_context, &NSManagedObjectContext::identitiesBecamePermanent, m_context, [&] {
+            note->setValue(2, QStringLiteral("count"));
+            mustSave(*m_context);
+        });
+        note->setValue(1, QStringLiteral("count"));
+        addNote(*m_context, QStringLiteral("b"));
+
+        mustSave(*m_context);
+
+        QVERIFY(!m_context->hasChanges());
+        QCOMPARE(note->value(QStringLiteral("count")).toInt(), 2);
+    }
+
     void limitAndOffsetCutTheSortedResult()
     {
         for (int i = 0; i < 6; ++i)
