@@ -25,12 +25,34 @@ struct NSFetchedResultsController::Evaluation {
 
 void NSFetchedResultsController::follow(const ObjectChanges& changes)
 {
+    // Whoever is told of a change of rows may change the context; the rows on which the present
+    // change still works must stay where they are until it is done.
+    if (m_isFollowing)
+        return m_waiting.push_back(changes);
+    m_isFollowing = true;
+    apply(changes);
+    while (!m_waiting.empty()) {
+        const ObjectChanges next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        apply(next);
+    }
+    m_isFollowing = false;
+}
+
+void NSFetchedResultsController::apply(const ObjectChanges& changes)
+{
     if (!m_order)
         return;
+    if (!changes.isEverything)
+        applyExactly(changes);
+    if (changes.isEverything || m_isOutOfStep)
+        startAfresh();
+}
+
+void NSFetchedResultsController::applyExactly(const ObjectChanges& changes)
+{
     readUpTo(m_total);
     cutShort();
-    if (changes.isEverything)
-        return startAfresh();
     if (changes.inserted.empty() && changes.deleted.empty() && changes.updated.size() == 1
         && (changes.updated.front().attributes & m_order->attributes()) != 0)
         return followUpdate(changes.updated.front().id);
@@ -72,28 +94,37 @@ NSFetchedResultsController::Evaluation NSFetchedResultsController::evaluate(
     return evaluation;
 }
 
-void NSFetchedResultsController::startAfresh() { (void)performFetch(); }
+void NSFetchedResultsController::startAfresh()
+{
+    m_isOutOfStep = false;
+    (void)performFetch();
+}
 
 void NSFetchedResultsController::followUpdate(const NSManagedObjectID& id)
 {
     if (id.entity() != m_entity)
         return;
     const qsizetype row = m_ids.indexOf(id.number());
-    const Object object = m_context.objectWithID(id);
     if (row < 0)
-        insertRow(id);
-    else if (!m_order->matches(*object))
+        return insertRow(id);
+    const Result<Object> object = m_context.existingObject(id);
+    if (!object)
+        m_isOutOfStep = true;
+    else if (!m_order->matches(**object))
         removeRuns({ { row, 1 } });
     else
-        moveRow(row, *object);
+        moveRow(row, **object);
 }
 
 void NSFetchedResultsController::moveRow(qsizetype from, const NSManagedObject& object)
 {
     const qint64 number = m_ids.at(from);
     m_ids.remove(from, 1);
-    const qsizetype to = placeOf(object);
+    const std::optional<qsizetype> place = placeOf(object);
     m_ids.insert(from, number);
+    if (!place)
+        return;
+    const qsizetype to = *place;
     if (to != from) {
         const int destination = static_cast<int>(to > from ? to + 1 : to);
         beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, destination);
@@ -105,14 +136,20 @@ void NSFetchedResultsController::moveRow(qsizetype from, const NSManagedObject& 
     Q_EMIT dataChanged(row, row);
 }
 
-/// Every row but the object's own must stand in its place.
-qsizetype NSFetchedResultsController::placeOf(const NSManagedObject& object) const
+/// Every row but the object's own must stand in its place. A record that was deleted elsewhere has
+/// no values any more and would mislead the search, so there is no place then.
+std::optional<qsizetype> NSFetchedResultsController::placeOf(const NSManagedObject& object)
 {
     qsizetype first = 0;
     qsizetype end = m_ids.size();
     while (first < end) {
         const qsizetype middle = first + (end - first) / 2;
-        if (m_order->precedes(object, *m_context.objectWithID(idAt(middle))))
+        const Result<Object> other = m_context.existingObject(idAt(middle));
+        if (!other) {
+            m_isOutOfStep = true;
+            return std::nullopt;
+        }
+        if (m_order->precedes(object, **other))
             end = middle;
         else
             first = middle + 1;
@@ -160,8 +197,11 @@ void NSFetchedResultsController::insertRow(const NSManagedObjectID& id)
     const Result<Object> object = m_context.existingObject(id);
     if (!object || !m_order->matches(**object))
         return;
-    const qsizetype row = placeOf(**object);
-    beginInsertRows({}, static_cast<int>(row), static_cast<int>(row));
+    const std::optional<qsizetype> place = placeOf(**object);
+    if (!place)
+        return;
+    const int row = static_cast<int>(*place);
+    beginInsertRows({}, row, row);
     m_ids.insert(row, id.number());
     m_total = m_ids.size();
     endInsertRows();
@@ -183,6 +223,7 @@ void NSFetchedResultsController::adoptIdentities(const PermanentIdentities& iden
 {
     if (!m_order)
         return;
+    m_isOutOfStep = m_isOutOfStep || m_isFollowing; // the change at hand names the old identities
     QHash<qint64, qint64> permanent;
     for (const auto& [before, after] : identities) {
         if (before.entity() == m_entity)

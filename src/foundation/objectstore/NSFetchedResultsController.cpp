@@ -75,6 +75,8 @@ Result<void> NSFetchedResultsController::openCursor()
     readUpTo(std::min<qsizetype>(m_total, firstSlice));
     if (m_ids.size() == m_total)
         m_cursor.reset();
+    else if (!m_cursor)
+        m_total = m_ids.size(); // the file became unreadable
     return {};
 }
 

@@ -18,7 +18,8 @@ class IdentityCursor;
 /// for; others are read in batches as rows are asked for. The number of rows is right at once. The
 /// identities of a long list are read in slices by the event loop after performFetch(); asking for
 /// a row that was not reached reads up to it. Changes that scatter over very many rows reset the
-/// model. A fetch limit or offset is only applied by performFetch().
+/// model, and so does a row whose record turns out to be gone. A fetch limit or offset is only
+/// applied by performFetch().
 class NSFetchedResultsController : public QAbstractListModel {
     Q_OBJECT
 
@@ -30,7 +31,8 @@ public:
         NSFetchRequest request, NSManagedObjectContext& context, QObject* parent = nullptr);
     ~NSFetchedResultsController() override;
 
-    /// Fills the list, or fills it afresh. On failure the list is empty and follows nothing.
+    /// Fills the list, or fills it afresh. On failure the list is empty and follows nothing. Not to
+    /// be called by whoever is told of a change of rows; changing the context is allowed then.
     Result<void> performFetch();
 
     /// The record of a row, with its values read. The row must exist.
@@ -49,7 +51,7 @@ private:
     struct Evaluation;
 
     [[nodiscard]] NSManagedObjectID idAt(qsizetype row) const;
-    [[nodiscard]] qsizetype placeOf(const NSManagedObject& object) const;
+    [[nodiscard]] std::optional<qsizetype> placeOf(const NSManagedObject& object);
     void readWindow(int row) const;
 
     Result<void> openCursor();
@@ -59,6 +61,8 @@ private:
     void cutShort();
 
     void follow(const ObjectChanges& changes);
+    void apply(const ObjectChanges& changes);
+    void applyExactly(const ObjectChanges& changes);
     [[nodiscard]] Evaluation evaluate(const ObjectChanges& changes) const;
     void followUpdate(const NSManagedObjectID& id);
     void moveRow(qsizetype from, const NSManagedObject& object);
@@ -76,6 +80,9 @@ private:
     mutable IdentityList m_ids;
     mutable std::unique_ptr<IdentityCursor> m_cursor; // until every identity was read
     qsizetype m_total = 0; // rows, those not yet read included
+    bool m_isFollowing = false;
+    bool m_isOutOfStep = false; // rows do not tell what the store has
+    std::deque<ObjectChanges> m_waiting; // changes that came while others were followed
     QTimer m_slices;
     mutable std::deque<std::vector<Object>> m_windows; // keeps the objects last asked for
 };

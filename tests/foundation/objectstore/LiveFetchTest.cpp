@@ -320,6 +320,84 @@ private Q_SLOTS:
         QCOMPARE(m_mirror->rows, words("later a b c d e"));
     }
 
+    void aRecordThatAnObserverSavesAtOnceIsListed()
+    {
+        connect(m_context, &NSManagedObjectContext::objectsDidChange, m_context,
+            [this] { mustSave(*m_context); }); // hears of the change before the list does
+        open();
+
+        addNote(*m_context, QStringLiteral("a"), 1);
+        m_context->processPendingChanges();
+
+        QCOMPARE(m_mirror->rows, words("a"));
+        QVERIFY(!m_list->object(0)->objectID().isTemporaryID());
+        QCOMPARE(m_list->rowOf(m_list->object(0)->objectID()), 0);
+    }
+
+    void anObserverThatDeletesWhatIsAnnouncedLeavesNoRow()
+    {
+        connect(m_context, &NSManagedObjectContext::objectsDidChange, m_context,
+            [this](const ObjectChanges& changes) {
+                for (const NSManagedObjectID& id : changes.inserted) {
+                    if (NSManagedObject* note = m_context->registeredObject(id))
+                        m_context->deleteObject(*note);
+                }
+                mustSave(*m_context);
+            });
+        open();
+
+        addNote(*m_context, QStringLiteral("a"), 1);
+        m_context->processPendingChanges();
+
+        QCOMPARE(m_mirror->rows, QStringList());
+    }
+
+    /// A view may answer an insertion with a change of its own, in the middle of several.
+    void aChangeMadeWhileRowsAreAnnouncedIsFollowedToo()
+    {
+        addMany(3);
+        open();
+        bool isFirst = true;
+        connect(m_list.get(), &QAbstractItemModel::rowsInserted, m_list.get(), [&] {
+            if (!std::exchange(isFirst, false))
+                return;
+            m_context->deleteObject(*m_list->object(0));
+            addNote(*m_context, QStringLiteral("x"), 40);
+            mustSave(*m_context);
+        });
+
+        for (int i = 10; i < 15; ++i)
+            addNote(*m_context, QString::number(i), i);
+        m_context->processPendingChanges();
+        mustSave(*m_context);
+
+        QCOMPARE(m_mirror->rows, stored());
+        for (int row = 0; row < m_list->rowCount(); ++row)
+            QVERIFY(!m_list->object(row)->objectID().isTemporaryID());
+    }
+
+    void recordsThatOthersDeletedDoNotMisleadTheOrder()
+    {
+        addMany(2000);
+        m_context->reset(); // so that a row is only read when it is asked for
+        m_list = std::make_unique<NSFetchedResultsController>(
+            notesByDate(SortDescriptor::Order::Descending), *m_context);
+        QVERIFY(m_list->performFetch());
+        NSFetchRequest newer { QStringLiteral("Note"), {}, {} };
+        newer.predicate
+            = Predicate { QStringLiteral("stamp"), Predicate::Comparison::GreaterThan, at(20) };
+        const auto others = openContainer(m_folder.file());
+        QVERIFY(others->viewContext().execute(NSBatchDeleteRequest(newer)));
+
+        addNote(*m_context, QStringLiteral("x"), 15);
+        mustSave(*m_context);
+
+        QStringList rows;
+        for (int row = 0; row < m_list->rowCount(); ++row)
+            rows.append(title(*m_list->object(row)));
+        QCOMPARE(rows, stored());
+    }
+
     void onlyTheRowsAskedForAreRead()
     {
         addMany(1000);
