@@ -1,5 +1,7 @@
 #include "EntityTable.h"
 
+#include <algorithm>
+
 namespace {
 
 std::string quoted(const QString& name) { return '"' + name.toStdString() + '"'; }
@@ -21,17 +23,17 @@ const char* operatorOf(Predicate::Comparison comparison)
 {
     switch (comparison) {
     case Predicate::Comparison::LessThan:
-        return " < ?";
+        return " < ?1";
     case Predicate::Comparison::LessOrEqual:
-        return " <= ?";
+        return " <= ?1";
     case Predicate::Comparison::Equal:
-        return " IS ?"; // as =, but true for two absent values
+        return " IS ?1"; // as =, but true for two absent values
     case Predicate::Comparison::GreaterOrEqual:
-        return " >= ?";
+        return " >= ?1";
     case Predicate::Comparison::GreaterThan:
         break;
     }
-    return " > ?";
+    return " > ?1";
 }
 
 } // namespace
@@ -154,6 +156,9 @@ AttributeValue valueOf(const SQLite::Column& column, AttributeType type)
 
 RequestSql::RequestSql(const EntityTable& table, const NSFetchRequest& request, Ties ties)
     : m_table(table.name())
+    , m_isBounded(request.fetchLimit > 0 || request.fetchOffset > 0)
+    , m_limit(request.fetchLimit > 0 ? request.fetchLimit : -1)
+    , m_offset(std::max(request.fetchOffset, 0))
 {
     const NSEntityDescription& entity = table.entity();
     if (request.predicate) {
@@ -175,13 +180,19 @@ RequestSql::RequestSql(const EntityTable& table, const NSFetchRequest& request, 
     m_order += m_order.empty() ? " ORDER BY _id" : ", _id";
     if (ties == Ties::AsIndexed && descending)
         m_order += " DESC";
-    if (request.fetchLimit > 0 || request.fetchOffset > 0)
-        m_limit = " LIMIT " + std::to_string(request.fetchLimit > 0 ? request.fetchLimit : -1)
-            + " OFFSET " + std::to_string(std::max(request.fetchOffset, 0));
 }
 
-void RequestSql::bind(SQLite::Statement& statement) const
+void RequestSql::bindWhere(SQLite::Statement& statement) const
 {
     if (m_value)
         bindValue(statement, 1, *m_value);
+}
+
+void RequestSql::bindWhole(SQLite::Statement& statement) const
+{
+    bindWhere(statement);
+    if (!m_isBounded)
+        return;
+    statement.bind(2, static_cast<int64_t>(m_limit));
+    statement.bind(3, static_cast<int64_t>(m_offset));
 }

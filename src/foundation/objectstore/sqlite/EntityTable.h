@@ -58,13 +58,21 @@ public:
     RequestSql(const EntityTable& table, const NSFetchRequest& request, Ties ties);
 
     [[nodiscard]] std::string where() const { return " FROM " + m_table + m_where; }
-    [[nodiscard]] std::string whole() const { return where() + m_order + m_limit; }
-    void bind(SQLite::Statement& statement) const;
+    [[nodiscard]] std::string whole() const
+    {
+        return where() + m_order + (m_isBounded ? " LIMIT ?2 OFFSET ?3" : "");
+    }
+    /// For a statement that ends with where().
+    void bindWhere(SQLite::Statement& statement) const;
+    /// For a statement that ends with whole().
+    void bindWhole(SQLite::Statement& statement) const;
 
 private:
     std::string m_table;
     std::string m_where;
     std::string m_order;
-    std::string m_limit;
+    bool m_isBounded;
+    qint64 m_limit;
+    qint64 m_offset;
     std::optional<AttributeValue> m_value;
 };

@@ -43,7 +43,7 @@ struct IdentityCursor::Walk {
         , turnsRuns(isWalkedBackwards(request))
         , statement(connection.database(), walkSql(table, request, sql))
     {
-        sql.bind(statement);
+        sql.bindWhole(statement);
     }
 
     void take(std::vector<qint64>& identities)
@@ -90,7 +90,7 @@ Result<qint64> IdentityCursor::count()
 {
     return guarded(m_connection.path(), [&] {
         Query query(m_connection, "SELECT count(*)" + m_walk->sql.where());
-        m_walk->sql.bind(*query);
+        m_walk->sql.bindWhere(*query);
         query->executeStep();
         qint64 count = query->getColumn(0).getInt64();
         count = std::max<qint64>(0, count - std::max(m_request.fetchOffset, 0));

@@ -12,7 +12,10 @@ std::vector<qint64> identitiesToDelete(
     const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
     const bool isBounded = request.fetchLimit > 0 || request.fetchOffset > 0;
     Query query(connection, "SELECT _id" + (isBounded ? sql.whole() : sql.where()));
-    sql.bind(*query);
+    if (isBounded)
+        sql.bindWhole(*query);
+    else
+        sql.bindWhere(*query);
     std::vector<qint64> ids;
     while (query->executeStep())
         ids.push_back(query->getColumn(0).getInt64());
@@ -25,7 +28,7 @@ void deleteByRequest(
 {
     const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
     Query query(connection, "DELETE" + sql.where());
-    sql.bind(*query);
+    sql.bindWhere(*query);
     query->exec();
 }
 

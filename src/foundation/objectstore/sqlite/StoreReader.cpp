@@ -130,7 +130,7 @@ Result<void> StoreReader::rows(const NSFetchRequest& request, const Visitor& vis
         const EntityTable& table = m_tables->named(request.entityName);
         const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
         Query query(m_connection, table.selectSql() + sql.whole());
-        sql.bind(*query);
+        sql.bindWhole(*query);
         while (query->executeStep())
             visit({ query->getColumn(0).getInt64(), query->getColumn(1).getInt64(),
                 table.values(*query) });
@@ -143,7 +143,7 @@ Result<std::vector<qint64>> StoreReader::identities(const NSFetchRequest& reques
         const EntityTable& table = m_tables->named(request.entityName);
         const RequestSql sql(table, request, RequestSql::Ties::StoreOrder);
         Query query(m_connection, "SELECT _id" + sql.whole());
-        sql.bind(*query);
+        sql.bindWhole(*query);
         std::vector<qint64> identities;
         while (query->executeStep())
             identities.push_back(query->getColumn(0).getInt64());
@@ -157,7 +157,7 @@ Result<qint64> StoreReader::count(const NSFetchRequest& request)
         const EntityTable& table = m_tables->named(request.entityName);
         const RequestSql sql(table, withoutBounds(request), RequestSql::Ties::StoreOrder);
         Query query(m_connection, "SELECT count(*)" + sql.where());
-        sql.bind(*query);
+        sql.bindWhere(*query);
         query->executeStep();
         qint64 count = query->getColumn(0).getInt64();
         count = std::max<qint64>(0, count - std::max(request.fetchOffset, 0));
