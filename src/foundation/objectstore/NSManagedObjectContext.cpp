@@ -5,12 +5,14 @@
 #include "sqlite/SqliteStore.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace {
 
 qint64 nextTemporaryNumber()
 {
-    static qint64 last = 0; // of every context, so that no two temporary identities are equal
+    // Of every context in every thread, so that no two temporary identities are equal.
+    static std::atomic<qint64> last = 0;
     return --last;
 }
 

@@ -6,7 +6,6 @@ enum class NSMergePolicy {
     /// The save fails with StoreError::Code::Conflict and changes nothing.
     NSErrorMergePolicy,
     /// Attribute by attribute, what was changed in memory is kept, and everything else is taken
-    /// from
-    /// the store. A record deleted on either side stays deleted.
+    /// from the store. A record deleted on either side stays deleted.
     NSMergeByPropertyObjectTrumpMergePolicy,
 };

@@ -36,7 +36,8 @@ public:
 
     /// The recorded transactions after one of that number, oldest first; all of them after 0.
     Result<std::vector<PersistentHistoryTransaction>> persistentHistory(qint64 after) const;
-    /// Forgets the insertions and updates recorded up to a transaction; deletions are kept.
+    /// Forgets the insertions and updates recorded up to a transaction; deletions are kept. Another
+    /// process that did not look since (pollRemoteChanges) never hears of what was forgotten.
     Result<void> prunePersistentHistory(qint64 upTo);
     /// An identifier of a saved record that no other record in any copy of any store has, not even
     /// in two copies of one file that each go on growing. Does not depend on the record's values.
