@@ -16,7 +16,7 @@ public:
     /// How long a connection waits for another that keeps the file locked.
     static constexpr int busyTimeoutMs = 5000;
     /// The write-ahead log is cut to so many bytes when it starts again from its beginning.
-    static constexpr qint64 usualLogSize = 4 * 1024 * 1024;
+    static constexpr qint64 usualLogSize = qint64(4) * 1024 * 1024;
 
     /// Inspect never writes, not even a checkpoint. Throws SQLite::Exception.
     SqliteConnection(const QString& path, Access access);
