@@ -1,0 +1,273 @@
+import HistoryTest
+import QtQuick
+import QtTest
+import Vexilo.Controls
+import Vexilo.History
+
+TestCase {
+    id: test
+
+    height: 5 * Theme.listRowHeight
+    name: "SavedBillsList"
+    visible: true
+    when: windowShown
+    width: 500
+
+    Item {
+        id: elsewhere
+
+        focus: true
+    }
+
+    SavedBillsList {
+        id: list
+
+        anchors.fill: parent
+        view: World.view
+    }
+
+    function opened(bills) {
+        World.open(bills);
+        list.currentIndex = 0;
+        list.positionViewAtBeginning();
+        tryCompare(list, "count", bills);
+        list.forceActiveFocus(Qt.TabFocusReason);
+        list.forceLayout();
+        return World.view;
+    }
+
+    function cleanup() {
+        World.close();
+    }
+
+    function cleanupTestCase() {
+        World.close();
+    }
+
+    function row(index) {
+        tryVerify(() => list.itemAtIndex(index) !== null);
+        return list.itemAtIndex(index);
+    }
+
+    // The row's button that deletes it; only there while the row stands aside.
+    function deleteButton(item) {
+        for (let i = 0; i < item.children.length; ++i) {
+            if (item.children[i].accessibleName === "Delete")
+                return item.children[i];
+        }
+        fail("no delete button");
+    }
+
+    function emptyHint() {
+        for (let i = 0; i < list.children.length; ++i) {
+            if (list.children[i].text === "No saved bills yet")
+                return list.children[i];
+        }
+        fail("no hint");
+    }
+
+    function swipe(item, distance) {
+        const x = item.width / 2;
+        const y = item.height / 2;
+        mousePress(item, x, y);
+        for (let step = 1; step <= 8; ++step)
+            mouseMove(item, x + distance * step / 8, y);
+        mouseRelease(item, x + distance, y);
+    }
+
+    function test_returnAndEnterOpenTheCurrentRow_data() {
+        return [{ tag: "return", key: Qt.Key_Return }, { tag: "enter", key: Qt.Key_Enter }];
+    }
+
+    function test_returnAndEnterOpenTheCurrentRow(data) {
+        const view = opened(3);
+        keyClick(Qt.Key_Down);
+        keyClick(data.key);
+        compare(view.chosenRow, 1);
+        compare(view.detailTitle, "2");
+    }
+
+    function test_aClickOpensTheRowAndMakesItCurrent() {
+        const view = opened(3);
+        mouseClick(row(2));
+        compare(view.chosenRow, 2);
+        compare(list.currentIndex, 2);
+    }
+
+    function test_assistiveSoftwareOpensARow() {
+        const view = opened(3);
+        row(1).Accessible.pressAction();
+        compare(view.chosenRow, 1);
+        compare(row(1).Accessible.selected, true);
+        compare(row(0).Accessible.selected, false);
+    }
+
+    function test_aRowIsNamedByItsThreeTexts() {
+        opened(1);
+        compare(row(0).Accessible.name, "1 $110.00 Sat 14 Mar 2026");
+        compare(row(0).Accessible.role, Accessible.ListItem);
+        compare(list.Accessible.name, "Saved Bills");
+        compare(list.Accessible.role, Accessible.List);
+    }
+
+    function test_rowsShowTheOtherAmountAtOnce() {
+        const view = opened(2);
+        view.toggleColumn();
+        compare(row(0).amount, "$55.00");
+        compare(row(1).amount, "$55.00");
+    }
+
+    function test_deleteDeletesTheCurrentRow() {
+        opened(3);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Delete);
+        compare(World.refs, ["1", "3"]);
+    }
+
+    function test_afterADeletionTheKeyboardIsStillInTheList() {
+        opened(3);
+        keyClick(Qt.Key_End);
+        keyClick(Qt.Key_Delete);
+        tryCompare(list, "currentIndex", 1);
+        keyClick(Qt.Key_Delete);
+        compare(World.refs, ["1"]);
+        tryCompare(list, "currentIndex", 0);
+        keyClick(Qt.Key_Return);
+        compare(World.view.chosenRow, 0);
+    }
+
+    function test_theLastBillCanBeDeletedAndKeysThenDoNothing() {
+        const view = opened(1);
+        keyClick(Qt.Key_Delete);
+        compare(World.refs, []);
+        for (const key of [Qt.Key_Delete, Qt.Key_F2, Qt.Key_Home, Qt.Key_End, Qt.Key_PageUp, Qt.Key_PageDown])
+            keyClick(key);
+        compare(view.detail, null);
+        compare(view.showRename, false);
+    }
+
+    function test_f2AsksForTheDescriptionOfTheCurrentRow() {
+        const view = opened(3);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_F2);
+        compare(view.showRename, true);
+        compare(view.billDescription, "2");
+        compare(view.chosenRow, 1);
+    }
+
+    function test_keysWalkThroughALongList() {
+        opened(100);
+        keyClick(Qt.Key_End);
+        compare(list.currentIndex, 99);
+        keyClick(Qt.Key_PageDown);
+        compare(list.currentIndex, 99);
+        keyClick(Qt.Key_PageUp);
+        compare(list.currentIndex, 95);
+        keyClick(Qt.Key_Home);
+        compare(list.currentIndex, 0);
+        keyClick(Qt.Key_PageUp);
+        compare(list.currentIndex, 0);
+        keyClick(Qt.Key_PageDown);
+        compare(list.currentIndex, 4);
+        keyClick(Qt.Key_Up);
+        compare(list.currentIndex, 3);
+    }
+
+    function test_theCurrentRowIsAlwaysInSight() {
+        opened(100);
+        keyClick(Qt.Key_End);
+        tryVerify(() => list.contentY + list.height >= list.contentHeight + list.originY - 1);
+        keyClick(Qt.Key_Return);
+        compare(World.view.detailTitle, "100");
+    }
+
+    function test_inTheEditModeReturnMarks() {
+        const view = opened(3);
+        view.isEditing = true;
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_Return);
+        compare(view.items.markedCount, 1);
+        compare(row(1).marked, true);
+        compare(row(1).Accessible.checkable, true);
+        compare(row(1).Accessible.checked, true);
+        compare(view.detail, null);
+        keyClick(Qt.Key_Return);
+        compare(view.items.markedCount, 0);
+        compare(row(1).Accessible.checked, false);
+    }
+
+    function test_aSwipeUncoversTheDeleteButton() {
+        const view = opened(3);
+        const item = row(1);
+        swipe(item, -item.deleteWidth);
+        compare(list.swipedRow, 1);
+        tryCompare(item, "aside", item.deleteWidth);
+        compare(view.detail, null);
+        mouseClick(deleteButton(item));
+        compare(World.refs, ["1", "3"]);
+        tryCompare(list, "swipedRow", -1);
+    }
+
+    function test_aShortSwipeComesBack() {
+        opened(2);
+        const item = row(0);
+        swipe(item, -item.deleteWidth / 3);
+        compare(list.swipedRow, -1);
+        tryCompare(item, "aside", 0);
+        compare(deleteButton(item).visible, false);
+        compare(World.refs, ["1", "2"]);
+    }
+
+    function test_aSwipeTheOtherWayDoesNothing() {
+        opened(2);
+        const item = row(0);
+        swipe(item, item.deleteWidth);
+        compare(list.swipedRow, -1);
+        tryCompare(item, "aside", 0);
+    }
+
+    function test_aPressOnAnyRowPutsASwipedRowBackAndOpensNothing() {
+        const view = opened(3);
+        swipe(row(1), -row(1).deleteWidth);
+        compare(list.swipedRow, 1);
+        mouseClick(row(0));
+        compare(list.swipedRow, -1);
+        compare(view.detail, null);
+        mouseClick(row(0));
+        compare(view.chosenRow, 0);
+    }
+
+    function test_oneRowStandsAsideAtATime() {
+        opened(3);
+        swipe(row(1), -row(1).deleteWidth);
+        swipe(row(2), -row(2).deleteWidth);
+        compare(list.swipedRow, 2);
+        tryCompare(row(1), "aside", 0);
+    }
+
+    function test_inTheEditModeRowsAreNotSwiped() {
+        const view = opened(2);
+        view.isEditing = true;
+        swipe(row(0), -row(0).deleteWidth);
+        compare(list.swipedRow, -1);
+    }
+
+    function test_aRowIsSeenAgainWhenItsItemIsReused() {
+        opened(3);
+        for (let i = 0; i < 3; ++i) {
+            keyClick(Qt.Key_Delete);
+            World.addBill("new " + i);
+        }
+        for (let i = 0; i < 3; ++i)
+            tryCompare(row(i), "opacity", 1);
+    }
+
+    function test_anEmptyListSaysSo() {
+        opened(0);
+        const hint = emptyHint();
+        compare(hint.visible, true);
+        compare(hint.Accessible.name, "No saved bills yet");
+        World.addBill("first");
+        tryCompare(hint, "visible", false);
+    }
+}
