@@ -73,6 +73,8 @@ void HistoryView::deleteMarked()
 
 void HistoryView::pressRow(int row)
 {
+    if (row < 0 || row >= m_items.rowCount())
+        return;
     if (m_isEditing)
         m_items.toggleMark(row);
     else

@@ -60,7 +60,8 @@ public:
     /// Deletes one row, such as one that was swiped aside. A row that is gone is none.
     Q_INVOKABLE void deleteRow(int row);
     Q_INVOKABLE void deleteMarked();
-    /// In the edit mode marks the row for deletion or takes the mark off, else opens the bill.
+    /// In the edit mode marks the row for deletion or takes the mark off, else opens the bill. A
+    /// row that is gone, but is still seen fading away, is none.
     Q_INVOKABLE void pressRow(int row);
 
     /// Opens the page of a bill.

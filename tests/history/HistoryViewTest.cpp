@@ -245,6 +245,31 @@ private Q_SLOTS:
         QCOMPARE(m_view->items()->markedCount(), 0);
     }
 
+    void aPressOnARowThatIsGoneDoesNothing_data()
+    {
+        QTest::addColumn<bool>("isEditing");
+        QTest::addColumn<int>("row");
+        QTest::newRow("fading away") << false << -1;
+        QTest::newRow("behind the last") << false << 1;
+        QTest::newRow("fading away, edit mode") << true << -1;
+        QTest::newRow("behind the last, edit mode") << true << 1;
+    }
+
+    void aPressOnARowThatIsGoneDoesNothing()
+    {
+        QFETCH(const bool, isEditing);
+        QFETCH(const int, row);
+        openWithBills("a");
+        m_view->setIsEditing(isEditing);
+
+        const Death noDeath = deathOf([&] { m_view->pressRow(row); });
+        QVERIFY2(!noDeath.aborted, noDeath.message);
+        m_view->pressRow(row);
+
+        QVERIFY(m_view->detail() == nullptr);
+        QCOMPARE(m_view->items()->markedCount(), 0);
+    }
+
     void theMarkedRowsAreDeletedTogetherAndEditingEnds()
     {
         openWithBills("a b c d");

@@ -140,7 +140,7 @@ TestCase {
         const view = opened(1);
         keyClick(Qt.Key_Delete);
         compare(World.refs, []);
-        for (const key of [Qt.Key_Delete, Qt.Key_F2, Qt.Key_Home, Qt.Key_End, Qt.Key_PageUp, Qt.Key_PageDown])
+        for (const key of [Qt.Key_Delete, Qt.Key_F2, Qt.Key_Home, Qt.Key_End, Qt.Key_PageUp, Qt.Key_PageDown, Qt.Key_Return])
             keyClick(key);
         compare(view.detail, null);
         compare(view.showRename, false);
@@ -250,6 +250,21 @@ TestCase {
         view.isEditing = true;
         swipe(row(0), -row(0).deleteWidth);
         compare(list.swipedRow, -1);
+    }
+
+    function test_aRowThatFadesAwayCannotBePressedAgain_data() {
+        return [{ tag: "opening", isEditing: false }, { tag: "marking", isEditing: true }];
+    }
+
+    function test_aRowThatFadesAwayCannotBePressedAgain(data) {
+        const view = opened(3);
+        const item = row(0);
+        view.isEditing = data.isEditing;
+        view.deleteRow(0);
+        item.Accessible.pressAction();
+        compare(view.detail, null);
+        compare(view.items.markedCount, 0);
+        compare(World.refs, ["2", "3"]);
     }
 
     function test_aRowIsSeenAgainWhenItsItemIsReused() {
