@@ -210,6 +210,25 @@ TestCase {
         tryCompare(view, "showRename", false);
     }
 
+    function test_everyLetterBeyondTheLongestDescriptionIsPutBack() {
+        const view = opened(1);
+        keyClick(Qt.Key_F2);
+        tryVerify(() => find("Description").activeFocus);
+        const field = find("Description");
+        const longest = "x".repeat(4096);
+        field.text = longest;
+        field.cursorPosition = 4096;
+        for (let letter = 0; letter < 3; ++letter) {
+            keyClick(Qt.Key_Y);
+            verify(field.text === longest);
+            compare(field.Accessible.description, "Description too long");
+        }
+        keyClick(Qt.Key_Backspace);
+        compare(field.text.length, 4095);
+        compare(field.Accessible.description, "");
+        compare(view.billDescription, field.text);
+    }
+
     function test_f2OnTheBillRenamesItToo() {
         const view = opened(1);
         keyClick(Qt.Key_Return);

@@ -15,6 +15,12 @@ DialogFrame {
     signal confirmed
     signal edited(text: string)
 
+    // The field shows what the state has also where that did not change: what was typed was refused.
+    function offer() {
+        prompt.edited(field.text);
+        field.show(prompt.value);
+    }
+
     initialFocus: field
     buttons: [
         DialogButton {
@@ -30,7 +36,6 @@ DialogFrame {
     onAboutToShow: field.show(prompt.value)
     onAccepted: confirmed()
     onValueChanged: field.show(prompt.value)
-    onNoticeChanged: field.show(prompt.value)
 
     LineField {
         id: field
@@ -40,7 +45,7 @@ DialogFrame {
         name: prompt.placeholder
         notice: prompt.notice
         onAccepted: prompt.accept()
-        onTextChanged: prompt.edited(field.text)
+        onTextChanged: prompt.offer()
     }
 
     Notice {

@@ -99,6 +99,15 @@ TestCase {
         compare(field().text, "LUCH");
     }
 
+    function test_aTextRefusedTwiceIsPutBackTwice() {
+        field().deselect();
+        field().cursorPosition = 5;
+        keyClick(Qt.Key_7);
+        keyClick(Qt.Key_7);
+        compare(field().text, "LUNCH");
+        compare(field().cursorPosition, 5);
+    }
+
     function test_aRefusalIsShownAndSaid() {
         const border = field().background.border.color.toString();
         field().deselect();
