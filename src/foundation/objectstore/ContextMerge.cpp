@@ -63,8 +63,12 @@ void NSManagedObjectContext::mergeStoreValues(NSManagedObject& object)
     if (store == nullptr)
         return;
     auto row = store->row(object.m_id.entity(), object.m_id.number());
-    if (!row || !*row)
+    if (!row)
         return;
+    if (!*row) { // deleted elsewhere: there is nothing left to keep a change of
+        expel(object);
+        return compactChanged();
+    }
     const quint64 changed = object.changedAttributes();
     for (std::size_t i = 0; i < object.m_values.size(); ++i) {
         if ((changed >> i & 1) == 0)
@@ -97,7 +101,8 @@ void NSManagedObjectContext::refreshAllObjects()
     processPendingChanges();
     (void)advanceGeneration();
     for (auto& [entity, registry] : m_registries) {
-        for (NSManagedObject* object : std::as_const(registry))
+        const Registry objects = registry; // those without a record any more leave it
+        for (NSManagedObject* object : objects)
             refreshWithoutNotice(*object);
     }
     ObjectChanges changes;

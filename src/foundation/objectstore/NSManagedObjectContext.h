@@ -59,9 +59,10 @@ public:
     void reset();
 
     enum class Refresh { DiscardChanges, MergeChanges };
-    /// Reads the object afresh. With MergeChanges its unsaved values are kept over the store's.
+    /// Reads the object afresh. With MergeChanges its unsaved values are kept over the store's,
+    /// unless the record was deleted there: then the object leaves the context.
     void refresh(NSManagedObject& object, Refresh mode);
-    /// Refreshes every object, keeping unsaved values.
+    /// Refreshes every object, with MergeChanges.
     void refreshAllObjects();
 
     /// Runs the work later, from the event loop of the context's thread. Not run any more if the

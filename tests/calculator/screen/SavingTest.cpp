@@ -71,6 +71,14 @@ private:
         QVERIFY(other->viewContext().save());
     }
 
+    void deleteElsewhere(const Item& item)
+    {
+        const auto other = m_bills->otherProgram();
+        const auto theirs = other->viewContext().existingObject(item.objectID());
+        other->viewContext().deleteObject(**theirs);
+        QVERIFY(other->viewContext().save());
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -362,6 +370,22 @@ private Q_SLOTS:
         QCOMPARE(items[1]->ref(), QStringLiteral("second"));
         QCOMPARE(items[0]->ref(), QStringLiteral("ours"));
         QVERIFY(!m_bills->context().hasChanges());
+    }
+
+    void aPendingRenameOfABillDeletedElsewhereDoesNotKeepANewBillFromBeingSaved()
+    {
+        saveAs(QStringLiteral("first"));
+        const std::shared_ptr<Item> first = listed(0);
+        deleteElsewhere(*first);
+        first->setRef(QStringLiteral("ours"));
+        QVERIFY(!m_bills->context().save());
+
+        saveAs(QStringLiteral("second"));
+
+        QVERIFY2(!m_view->property("showSaveFailed").toBool(), qPrintable(m_view->saveFailure()));
+        const auto items = stored();
+        QCOMPARE(items.size(), std::size_t(1));
+        QCOMPARE(items[0]->ref(), QStringLiteral("second"));
     }
 };
 

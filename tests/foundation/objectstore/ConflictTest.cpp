@@ -102,6 +102,39 @@ private Q_SLOTS:
         QCOMPARE(context().save().error().code, StoreError::Code::Conflict);
     }
 
+    void aRefreshGivesUpTheChangesOfADeletedRecord()
+    {
+        theyDelete();
+        m_note->setValue(QStringLiteral("ours"), QStringLiteral("title"));
+        QVERIFY(!context().save());
+
+        context().refresh(*m_note, NSManagedObjectContext::Refresh::MergeChanges);
+
+        QVERIFY(m_note->isDeleted());
+        QVERIFY(!context().hasChanges());
+        mustSave(context());
+        QCOMPARE(titles(context()), QStringList());
+    }
+
+    void aRefreshOfAllGivesUpOnlyTheChangesOfDeletedRecords()
+    {
+        const auto kept = addNote(context(), QStringLiteral("second"));
+        mustSave(context());
+        kept->setValue(QStringLiteral("renamed"), QStringLiteral("title"));
+        theyDelete();
+        m_note->setValue(QStringLiteral("ours"), QStringLiteral("title"));
+        const auto added = addNote(context(), QStringLiteral("third"));
+        QVERIFY(!context().save());
+
+        context().refreshAllObjects();
+
+        QVERIFY(m_note->isDeleted());
+        mustSave(context());
+        QCOMPARE(title(*kept), QStringLiteral("renamed"));
+        QCOMPARE(title(*added), QStringLiteral("third"));
+        QCOMPARE(titles(*m_theirs->newContext()), words("renamed third"));
+    }
+
     void deletingAChangedRecordIsReported()
     {
         theyRename();
