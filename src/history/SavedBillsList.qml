@@ -24,7 +24,11 @@ ListView {
 
     Accessible.name: qsTr("Saved Bills")
     Accessible.role: Accessible.List
-    Keys.onDeletePressed: list.view.deleteRow(list.currentIndex)
+    // A key that is held deletes once: there is no way back.
+    Keys.onDeletePressed: event => {
+        if (!event.isAutoRepeat)
+            list.view.deleteRow(list.currentIndex);
+    }
     Keys.onPressed: event => {
         event.accepted = true;
         if (event.key === Qt.Key_F2)

@@ -1,7 +1,11 @@
 #include "HistoryFixture.h"
 #include "HistoryView.h"
 
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QQmlEngine>
+#include <QTest>
+#include <QWindow>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest>
 
@@ -39,6 +43,16 @@ public:
         // What is bound to the screen's state hears that it goes before it does.
         const std::unique_ptr<HistoryView> previous = std::move(m_view);
         Q_EMIT viewChanged();
+    }
+    /// Presses a key and holds it until it has repeated three times.
+    Q_INVOKABLE void hold(int key)
+    {
+        QWindow* const window = QGuiApplication::focusWindow();
+        for (const bool isRepeat : { false, true, true, true }) {
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(), isRepeat);
+            QCoreApplication::sendEvent(window, &press);
+        }
+        QTest::keyRelease(window, static_cast<Qt::Key>(key));
     }
     /// A bill that is newer than all others.
     Q_INVOKABLE void addBill(const QString& ref) { (void)m_fixture->addBill(ref, pieDay(23)); }

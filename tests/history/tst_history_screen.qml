@@ -34,6 +34,8 @@ TestCase {
     }
 
     function init() {
+        // Nothing may be bound to the state of a screen that is closed.
+        failOnWarning(/.?/);
         resize(600);
     }
 

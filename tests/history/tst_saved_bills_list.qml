@@ -124,6 +124,25 @@ TestCase {
         compare(World.refs, ["1", "3"]);
     }
 
+    function test_aHeldKeyDeletesOneBill() {
+        opened(5);
+        World.hold(Qt.Key_Delete);
+        compare(World.refs, ["2", "3", "4", "5"]);
+    }
+
+    function test_aHeldKeyMarksOnce() {
+        const view = opened(2);
+        view.isEditing = true;
+        World.hold(Qt.Key_Return);
+        compare(view.items.markedCount, 1);
+    }
+
+    function test_aHeldArrowWalksOn() {
+        opened(5);
+        World.hold(Qt.Key_Down);
+        compare(list.currentIndex, 4);
+    }
+
     function test_afterADeletionTheKeyboardIsStillInTheList() {
         opened(3);
         keyClick(Qt.Key_End);
