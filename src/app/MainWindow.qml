@@ -19,6 +19,7 @@ T.ApplicationWindow {
     width: 540
 
     Shortcut {
+        context: Qt.ApplicationShortcut // with a sheet or a dialog open, too
         sequence: "Ctrl+Q"
         onActivated: Qt.quit()
     }
