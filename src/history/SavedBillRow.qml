@@ -8,7 +8,7 @@ T.ItemDelegate {
     id: row
 
     required property string amount
-    readonly property bool chosen: (row.view?.chosenRow ?? -1) === row.index
+    readonly property bool chosen: row.index >= 0 && (row.view?.chosenRow ?? -1) === row.index
     required property string date
     property alias dateColumn: line.dateColumn
     readonly property alias dateWidth: line.dateWidth
@@ -49,8 +49,15 @@ T.ItemDelegate {
     Accessible.selected: row.chosen
     Keys.onEnterPressed: event => row.pressByKey(event)
     Keys.onReturnPressed: event => row.pressByKey(event)
-    ListView.onPooled: row.opacity = 1
-    ListView.onReused: row.opacity = 1
+    // The list only stops painting a row that it keeps for later; assistive software would meet it.
+    ListView.onPooled: {
+        row.opacity = 1;
+        row.visible = false;
+    }
+    ListView.onReused: {
+        row.opacity = 1;
+        row.visible = true;
+    }
     activeFocusOnTab: false
     focusPolicy: Qt.ClickFocus
     height: Theme.listRowHeight

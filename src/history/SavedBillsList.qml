@@ -65,7 +65,7 @@ ListView {
         dateColumn: list.dateColumn
         last: row.index === list.count - 1
         someSwiped: list.swipedRow >= 0
-        swiped: list.swipedRow === row.index
+        swiped: row.index >= 0 && list.swipedRow === row.index
         view: list.view
         width: list.width
         onDateWidthChanged: list.dateColumn = Math.max(list.dateColumn, row.dateWidth)
