@@ -12,7 +12,7 @@ Sheet {
     readonly property bool wide: sheet.availableWidth >= 720
 
     title: qsTr("Saved Bills")
-    onOpened: listPage.forceActiveFocus(Qt.TabFocusReason)
+    onAboutToShow: listPage.forceActiveFocus(Qt.TabFocusReason)
 
     Connections {
         function onDismissed() {
