@@ -100,3 +100,14 @@ class SettingsPortal(Portal):
         value = GLib.Variant("u", color_scheme)
         self.bus.emit_signal(None, PATH, "org.freedesktop.portal.Settings", "SettingChanged",
                              GLib.Variant("(ssv)", (self.SPACE, self.KEY, value)))
+
+
+class StillDesktop(Portal):
+    """A desktop that asks for no motion, so that what shows stands where it stays."""
+
+    def __init__(self):
+        super().__init__(SETTINGS)
+
+    def answer(self, _sender, _arguments, invocation):
+        wish = {"org.gnome.desktop.interface": {"enable-animations": GLib.Variant("b", False)}}
+        invocation.return_value(GLib.Variant("(a{sa{sv}})", (wish,)))

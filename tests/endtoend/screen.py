@@ -18,6 +18,24 @@ def click(x, y):
     _run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
 
+def press_pointer(x, y):
+    """Presses the pointer's button at a place of the screen and holds it."""
+    _run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
+
+
+def move_pointer(x, y):
+    _run("xdotool", "mousemove", str(x), str(y))
+
+
+def release_pointer():
+    _run("xdotool", "mouseup", "1")
+
+
+def activate(window):
+    """Gives a window the keyboard, as a click on it would."""
+    _run("xdotool", "windowactivate", "--sync", window)
+
+
 def window_of(process_id):
     """The window of a process, or None before it is on the screen."""
     found = subprocess.run(

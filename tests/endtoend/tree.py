@@ -69,8 +69,13 @@ def has(node, state):
 
 def centre_of(node):
     """Where the node is drawn on the screen, in pixels: the middle of its rectangle."""
-    box = Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
+    box = extents_of(node)
     return box.x + box.width // 2, box.y + box.height // 2
+
+
+def extents_of(node):
+    """The rectangle in which the node is drawn on the screen, in pixels."""
+    return Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
 
 
 def focus(node):
