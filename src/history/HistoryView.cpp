@@ -50,6 +50,9 @@ void HistoryView::deleteItems(const QList<int>& offsets)
     std::vector<std::shared_ptr<Item>> doomed;
     for (const int row : offsets)
         doomed.push_back(m_items.item(row));
+    // A renaming that failed earlier, and was ignored, is no reason to fail now.
+    if (m_viewContext.hasChanges())
+        (void)store::saveDespiteConflicts(m_viewContext);
     for (const std::shared_ptr<Item>& item : doomed)
         m_viewContext.deleteObject(*item);
     const Result<void> saved = m_viewContext.save();

@@ -18,6 +18,15 @@ Result<void> executeAndMergeChanges(NSManagedObjectContext& context, NSBatchDele
     return {};
 }
 
+Result<void> store::saveDespiteConflicts(NSManagedObjectContext& context)
+{
+    const NSMergePolicy policy = context.mergePolicy();
+    context.setMergePolicy(NSMergePolicy::NSMergeByPropertyObjectTrumpMergePolicy);
+    Result<void> saved = context.save();
+    context.setMergePolicy(policy);
+    return saved;
+}
+
 void store::saveContext()
 {
     const std::shared_ptr<NSManagedObjectContext> context = ManagedObjectContext::current();

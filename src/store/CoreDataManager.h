@@ -11,6 +11,10 @@ Result<void> executeAndMergeChanges(NSManagedObjectContext& context, NSBatchDele
 
 namespace store {
 
+/// Saves a context. Where another program has changed the same records meanwhile, what this context
+/// changed wins; a record that was deleted stays deleted, and the context lets go of it.
+[[nodiscard]] Result<void> saveDespiteConflicts(NSManagedObjectContext& context);
+
 /// Saves the process-wide container's view context if it has changes. A failure is ignored: the
 /// changes stay in the context.
 void saveContext();

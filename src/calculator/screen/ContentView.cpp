@@ -25,16 +25,6 @@ qint32 narrowed(qint64 value)
     return static_cast<qint32>(value);
 }
 
-/// Saves; what another program changed in the store meanwhile does not keep a new bill out of it.
-Result<void> saveDespiteConflicts(NSManagedObjectContext& context)
-{
-    Result<void> saved = context.save();
-    if (saved || saved.error().code != StoreError::Code::Conflict)
-        return saved;
-    context.refreshAllObjects();
-    return context.save();
-}
-
 } // namespace
 
 ContentView::ContentView(
@@ -225,7 +215,8 @@ void ContentView::saveThis()
 {
     const std::shared_ptr<Item> item = Item::make(m_viewContext);
     fill(*item);
-    const Result<void> saved = saveDespiteConflicts(m_viewContext);
+    // What another program changed in the store meanwhile does not keep a new bill out of it.
+    const Result<void> saved = store::saveDespiteConflicts(m_viewContext);
     if (saved)
         return;
     m_viewContext.deleteObject(*item);
