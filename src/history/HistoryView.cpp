@@ -198,6 +198,8 @@ void HistoryView::deleteAllBills()
     const Result<void> deleted = deleteBills(m_viewContext, Item::fetchRequest());
     if (!deleted)
         printDiagnostic(deleted.error().toString().toStdString());
+    else if (m_items.rowCount() > 0)
+        (void)m_items.performFetch(); // rows of bills that another program had deleted before
 }
 
 Result<void> HistoryView::deleteBills(
