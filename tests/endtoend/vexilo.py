@@ -15,14 +15,17 @@ FIGURE_LABELS = ("TOTAL", "Tip", "Share per person")
 
 
 class Vexilo:
-    """Starts the program in a home and waits until its window has the keyboard."""
+    """Starts the program in a home and waits until its window has the keyboard.
 
-    def __init__(self, home, locale=None, environment=None):
+    `through` is a command that becomes the program which its arguments name.
+    """
+
+    def __init__(self, home, locale=None, environment=None, through=()):
         self._log = home.file("vexilo.log")
         self._frame = None
         with open(self._log, "ab") as log:
             self._process = desktop.start(
-                [os.environ["VEXILO_PROGRAM"]], stdout=log, stderr=log,
+                [*through, os.environ["VEXILO_PROGRAM"]], stdout=log, stderr=log,
                 env=_environment(home, locale or DEFAULT_LOCALE, environment or {}))
         with contextlib.ExitStack() as cleanup:
             cleanup.callback(self.stop)
@@ -42,17 +45,18 @@ class Vexilo:
 
     # Waiting
 
-    def until(self, condition, what):
+    def until(self, condition, what, deadline=waiting.DEADLINE):
         """Waits for the condition; a failure tells what the program shows and has printed."""
-        return waiting.until(condition, what, details=self._details)
+        return waiting.until(condition, what, details=self._details, deadline=deadline)
 
     def _details(self):
         shown = tree.describe(self._frame) if self._frame else "No window"
         return f"{shown}\n{self.output()}"
 
-    def expect(self, role, name=None):
+    def expect(self, role, name=None, deadline=waiting.DEADLINE):
         """Waits for a showing node of a role and name, and returns it."""
-        return self.until(lambda: self.find(role, name), f"{role.value_nick} {name!r} shows")
+        return self.until(lambda: self.find(role, name), f"{role.value_nick} {name!r} shows",
+                          deadline)
 
     def expect_none(self, role, name=None):
         self.until(lambda: not self.find(role, name), f"{role.value_nick} {name!r} is gone")
@@ -162,14 +166,15 @@ class Vexilo:
     def quit(self):
         """Quits as the user does and returns the exit code."""
         screen.press_keys("ctrl+q")
-        return self._await_exit()
+        return self.await_exit()
 
     def terminate(self):
         """Ends the program as a desktop does that is shut down, and returns the exit code."""
         self._process.send_signal(signal.SIGTERM)
-        return self._await_exit()
+        return self.await_exit()
 
-    def _await_exit(self):
+    def await_exit(self):
+        """Waits until the program has ended and returns the exit code, a signal's as a negative."""
         self.until(lambda: not self.is_running(), "the program ends")
         return self._process.returncode
 
