@@ -28,6 +28,7 @@ struct Arguments {
     std::string few; ///< data folder with some bills
     std::string many; ///< data folder with very many
     std::size_t pairs = 21;
+    std::string log = "/dev/null"; ///< takes what the program prints
     std::string picture; ///< where the list's end is kept as a PPM file; empty for nowhere
 };
 
@@ -41,7 +42,7 @@ void printSummary(const char* title, const std::vector<double>& samples)
 Process start(const Arguments& arguments, const std::string& data)
 {
     ::setenv("XDG_DATA_HOME", data.c_str(), 1);
-    return { arguments.program, "/dev/null" };
+    return { arguments.program, arguments.log };
 }
 
 double startTime(XServer& server, const Arguments& arguments, const std::string& data)
@@ -128,8 +129,12 @@ bool parse(int argc, char* argv[], Arguments& arguments)
         options[argv[next]] = argv[next + 1];
     if (argc - next != 3)
         return false;
-    arguments
-        = { argv[next], argv[next + 1], argv[next + 2], arguments.pairs, options["--picture"] };
+    arguments.program = argv[next];
+    arguments.few = argv[next + 1];
+    arguments.many = argv[next + 2];
+    arguments.picture = options["--picture"];
+    if (options.count("--log") > 0)
+        arguments.log = options["--log"];
     const std::string& pairs = options["--pairs"];
     return pairs.empty()
         || std::from_chars(pairs.data(), pairs.data() + pairs.size(), arguments.pairs).ec
@@ -142,8 +147,9 @@ int main(int argc, char* argv[])
 {
     Arguments arguments;
     if (!parse(argc, argv, arguments)) {
-        std::fputs(
-            "Usage: saved_bills_bench [--pairs N] [--picture FILE] PROGRAM FEW MANY\n", stderr);
+        std::fputs("Usage: saved_bills_bench [--pairs N] [--picture FILE] [--log FILE] "
+                   "PROGRAM FEW MANY\n",
+            stderr);
         return EXIT_FAILURE;
     }
     try {
