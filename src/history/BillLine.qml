@@ -14,27 +14,14 @@ Item {
     property bool marked: false
     required property string ref
 
-    Rectangle {
+    Loader {
         id: mark
 
+        active: line.markable
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
-        border.color: line.marked ? Theme.on : Theme.softText
-        border.width: 2
-        color: line.marked ? Theme.on : "transparent"
-        height: 24
-        radius: height / 2
-        visible: line.markable
-        width: line.markable ? height : 0
-
-        Icon {
-            anchors.centerIn: parent
-            color: "white"
-            height: 16
-            name: "checkmark"
-            visible: line.marked
-            width: 16
-        }
+        source: "BillMark.qml"
+        onLoaded: (item as BillMark).marked = Qt.binding(() => line.marked)
     }
 
     BodyText {

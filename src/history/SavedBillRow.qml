@@ -12,7 +12,7 @@ T.ItemDelegate {
     required property string date
     property alias dateColumn: line.dateColumn
     readonly property alias dateWidth: line.dateWidth
-    readonly property real deleteWidth: deleteButton.implicitWidth + Theme.lineSpace
+    readonly property real deleteWidth: 2 * Theme.rowHeight + Theme.lineSpace
     required property int index
     readonly property bool isEditing: row.view?.isEditing ?? false
     property bool last: false
@@ -129,22 +129,27 @@ T.ItemDelegate {
         }
     }
 
-    PushButton {
-        id: deleteButton
+    // Made only for a row that is swiped: there is no more room in the time of a frame.
+    Loader {
+        id: deleteLoader
 
-        accessibleName: qsTr("Delete")
+        active: row.aside > 0
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 4
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.topMargin: 4
-        contentColor: "white"
-        fill: Theme.on
-        font.bold: true
         opacity: row.aside / row.deleteWidth
-        text: qsTr("Delete")
-        visible: row.aside > 0
-        onClicked: row.view.deleteRow(row.index)
+        source: "SwipedDelete.qml"
+        width: row.deleteWidth - Theme.lineSpace
+    }
+
+    Connections {
+        function onClicked() {
+            row.view.deleteRow(row.index);
+        }
+
+        target: deleteLoader.item as SwipedDelete
     }
 
     DragHandler {

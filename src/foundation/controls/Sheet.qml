@@ -7,6 +7,9 @@ T.Dialog {
     id: sheet
 
     default property alias body: content.data
+    // How far below its place the sheet comes into sight: near enough to be read from the first
+    // frame on.
+    readonly property real rise: 120
     // The sheet reaches below the window's edge by its corners, which are round only at the top.
     readonly property real overshoot: Theme.cardRadius + 6
 
@@ -42,7 +45,7 @@ T.Dialog {
         NumberAnimation {
             duration: Theme.motion
             easing.type: Easing.OutCubic
-            from: sheet.parent.height
+            from: sheet.parent.height - sheet.height + sheet.overshoot + sheet.rise
             property: "y"
             to: sheet.parent.height - sheet.height + sheet.overshoot
         }
