@@ -222,7 +222,7 @@ void ContentView::saveThis()
     m_viewContext.deleteObject(*item);
     m_saveFailure = saved.error().description;
     m_showSaveFailed = true;
-    Q_EMIT saveFailed();
+    Q_EMIT showSaveFailedChanged();
 }
 
 void ContentView::fill(Item& item) const

@@ -26,9 +26,9 @@ class ContentView : public QObject {
     Q_PROPERTY(bool showCopied READ showCopied WRITE setShowCopied NOTIFY showCopiedChanged)
     Q_PROPERTY(bool showClear MEMBER m_showClear NOTIFY showClearChanged)
     Q_PROPERTY(bool saveDialog MEMBER m_saveDialog NOTIFY saveDialogChanged)
-    Q_PROPERTY(bool showSaveFailed MEMBER m_showSaveFailed NOTIFY saveFailed)
+    Q_PROPERTY(bool showSaveFailed MEMBER m_showSaveFailed NOTIFY showSaveFailedChanged)
     /// Why the bill could not be saved.
-    Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY saveFailed)
+    Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY showSaveFailedChanged)
     Q_PROPERTY(QString billDescription READ billDescription WRITE setBillDescription NOTIFY
             billDescriptionChanged)
     Q_PROPERTY(QString descriptionNotice READ descriptionNotice NOTIFY billDescriptionChanged)
@@ -145,7 +145,7 @@ Q_SIGNALS:
     void showHistoryChanged();
     void showCopiedChanged();
     void saveDialogChanged();
-    void saveFailed();
+    void showSaveFailedChanged();
     void billDescriptionChanged();
     void showClearChanged();
     void showShareFailedChanged();

@@ -306,7 +306,7 @@ private Q_SLOTS:
         m_view->billEdited(QStringLiteral("99.50"));
         m_settings->setPeople(3);
         saveAs(QStringLiteral("before"));
-        const QSignalSpy failures(m_view.get(), &ContentView::saveFailed);
+        const QSignalSpy failures(m_view.get(), &ContentView::showSaveFailedChanged);
         m_disk.refuseWritesFrom(1, SQLITE_FULL);
 
         saveAs(QStringLiteral("Lunch"));
