@@ -1,6 +1,7 @@
 #include "StoreFailure.h"
 
 #include "Diagnostics.h"
+#include "Utilities.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -17,8 +18,10 @@ void showStoreFailure(const QString& message)
         &engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Vexilo/App/StoreFailure.qml")));
     const std::unique_ptr<QObject> window(
         component.createWithInitialProperties({ { QStringLiteral("message"), message } }));
-    if (window)
-        QGuiApplication::exec();
-    else
+    if (!window) {
         printDiagnostic(component.errorString().toStdString());
+        return;
+    }
+    Utilities().overrideDisplayMode();
+    QGuiApplication::exec();
 }

@@ -10,6 +10,8 @@ Item {
     // The room that dates get in every row, so that the amounts stand below each other.
     property real dateColumn: 0
     readonly property real dateWidth: dateText.implicitWidth
+    // Whether the row stands on a darker ground, on which soft text is too soft.
+    property bool emphasised: false
     property bool markable: false
     property bool marked: false
     required property string ref
@@ -25,6 +27,8 @@ Item {
     }
 
     BodyText {
+        id: refText
+
         anchors.left: mark.right
         anchors.leftMargin: line.markable ? Theme.lineSpace : 0
         anchors.right: amountText.left
@@ -44,7 +48,8 @@ Item {
         font.pixelSize: Theme.fontSize1
         mirrored: Theme.rightToLeft
         text: line.amount
-        width: Math.min(implicitWidth, line.width * 0.35)
+        // Short descriptions leave their room to long amounts.
+        width: Math.min(implicitWidth, Math.max(line.width * 0.35, line.width - refText.implicitWidth - dateText.width - 4 * Theme.lineSpace))
     }
 
     BodyText {
@@ -52,7 +57,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.softText
+        color: line.emphasised ? Theme.text : Theme.softText
         font.pixelSize: 16
         horizontalAlignment: Text.AlignRight
         text: line.date

@@ -26,20 +26,21 @@ FocusScope {
 
         RowLayout {
             Layout.fillWidth: true
-            spacing: page.pushed ? 4 : 0
+            spacing: page.pushed ? Theme.lineSpace : 0
 
             IconButton {
-                Layout.leftMargin: LayoutMirroring.enabled ? 0 : -Theme.lineSpace
-                Layout.rightMargin: LayoutMirroring.enabled ? -Theme.lineSpace : 0
+                Layout.leftMargin: -Theme.lineSpace
                 accessibleName: qsTr("Back")
                 directional: true
-                focus: true
+                focus: page.pushed
                 iconName: "chevron.left"
                 visible: page.pushed
                 onClicked: page.view.unchoose()
             }
 
             SheetHeader {
+                id: header
+
                 Layout.fillWidth: true
                 title: page.view?.detailTitle ?? ""
                 titleSize: Theme.fontSize3
@@ -65,16 +66,31 @@ FocusScope {
             Layout.fillWidth: true
             boundsBehavior: Flickable.StopAtBounds
             clip: contentHeight > height
-            contentHeight: lines.implicitHeight + Theme.margin
+            contentHeight: column.implicitHeight + Theme.margin
             interactive: contentHeight > height
 
             T.ScrollBar.vertical: AppScrollBar {}
 
-            DetailLines {
-                id: lines
+            ColumnLayout {
+                id: column
 
-                detail: page.view?.detail ?? null
+                spacing: Theme.lineSpace + 2
                 width: parent.width
+
+                // All of a description that the header has no room for.
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Theme.softText
+                    font.pixelSize: Theme.bodyFontSize
+                    text: header.title
+                    visible: header.truncated
+                    wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+                }
+
+                DetailLines {
+                    Layout.fillWidth: true
+                    detail: page.view?.detail ?? null
+                }
             }
         }
     }

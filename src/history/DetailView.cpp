@@ -36,5 +36,5 @@ QString DetailView::savedOn() const
         return {};
     if (!stamp)
         fatalError("Unexpectedly found nil while unwrapping an Optional value");
-    return tr("Saved on: ") + dateStr(stamp) + tr(" at ") + timeStr(stamp);
+    return tr("Saved on: %1 at %2").arg(dateStr(stamp), timeStr(stamp));
 }

@@ -2,7 +2,7 @@ import QtQuick
 import Vexilo.Controls
 import Vexilo.History
 
-// The saved bills: the list, and beside it, or pushed over it where there is no room, the page of the
+// The saved bills: the list, and beside it, or in its place where there is no room, the page of the
 // chosen bill.
 Sheet {
     id: sheet
@@ -13,6 +13,8 @@ Sheet {
 
     title: qsTr("Saved Bills")
     onAboutToShow: listPage.forceActiveFocus(Qt.TabFocusReason)
+    // What had the keyboard may be hidden now.
+    onWideChanged: if (sheet.visible) (listPage.visible ? listPage : detailPage).forceActiveFocus(Qt.TabFocusReason)
 
     Connections {
         function onDismissed() {
@@ -30,7 +32,7 @@ Sheet {
         anchors.top: parent.top
         focus: sheet.wide || !sheet.hasDetail
         view: sheet.view
-        visible: sheet.wide || !sheet.hasDetail || detailPage.x > 0
+        visible: sheet.wide || !sheet.hasDetail
         width: sheet.wide ? Math.round(parent.width * 0.55) : parent.width
         onClosed: sheet.close()
     }
@@ -51,15 +53,14 @@ Sheet {
     DetailPage {
         id: detailPage
 
-        readonly property real shownX: sheet.wide === Theme.rightToLeft ? 0 : sheet.wide ? parent.width - width : 0
-
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        anchors.top: parent.top
         focus: !sheet.wide && sheet.hasDetail
-        height: parent.height
         pushed: !sheet.wide
         view: sheet.view
         visible: sheet.hasDetail
         width: sheet.wide ? parent.width - listPage.width - Theme.margin : parent.width
-        x: shownX
     }
 
     HistoryDialogs {

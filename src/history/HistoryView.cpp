@@ -50,12 +50,11 @@ void HistoryView::deleteItems(const QList<int>& offsets)
     std::vector<std::shared_ptr<Item>> doomed;
     for (const int row : offsets)
         doomed.push_back(m_items.item(row));
-    // A renaming that failed earlier, and was ignored, is no reason to fail now.
-    if (m_viewContext.hasChanges())
-        (void)store::saveDespiteConflicts(m_viewContext);
     for (const std::shared_ptr<Item>& item : doomed)
         m_viewContext.deleteObject(*item);
-    const Result<void> saved = m_viewContext.save();
+    // What another program made of a bill meanwhile, or a renaming that failed earlier and was
+    // ignored, is no reason to fail: who deletes a bill wants it gone.
+    const Result<void> saved = store::saveDespiteConflicts(m_viewContext);
     if (!saved)
         fatalError(QString(QLatin1String("Unresolved error ") + saved.error().toString()
             + QLatin1String(", ") + saved.error().userInfoText())
@@ -68,10 +67,14 @@ void HistoryView::deleteRow(int row)
         deleteItems({ row });
 }
 
-void HistoryView::deleteMarked()
+void HistoryView::deleteMarked() { deleteItems(m_items.markedRows()); }
+
+void HistoryView::deleteByKey(int row)
 {
-    deleteItems(m_items.markedRows());
-    setIsEditing(false);
+    if (m_items.markedCount() > 0)
+        deleteMarked();
+    else
+        deleteRow(row);
 }
 
 void HistoryView::pressRow(int row)
@@ -132,10 +135,19 @@ void HistoryView::followReset()
 
 void HistoryView::renameRow(int row)
 {
-    if (row < 0 || row >= m_items.rowCount())
+    if (m_isEditing || row < 0 || row >= m_items.rowCount())
         return;
+    m_closesAfterRename = !m_detail;
     choose(row);
     askForDescription();
+}
+
+void HistoryView::setShowRename(bool show)
+{
+    m_showRename = show;
+    Q_EMIT showRenameChanged();
+    if (!show && std::exchange(m_closesAfterRename, false))
+        unchoose();
 }
 
 void HistoryView::askForDescription()
@@ -144,8 +156,7 @@ void HistoryView::askForDescription()
         return;
     m_billDescription.reset(detailTitle());
     Q_EMIT billDescriptionChanged();
-    m_showRename = true;
-    Q_EMIT showRenameChanged();
+    setShowRename(true);
 }
 
 void HistoryView::rename()
@@ -154,6 +165,7 @@ void HistoryView::rename()
     if (!m_detail)
         return;
     m_billDescription.reset(m_billDescription.textOrDefault());
+    Q_EMIT billDescriptionChanged();
     m_detail->item()->setRef(m_billDescription.text());
     (void)m_viewContext.save();
 }
@@ -226,5 +238,5 @@ QString HistoryView::areYouSure() const { return strAreYouSure; }
 
 QString HistoryView::detailTitle() const
 {
-    return m_detail ? m_detail->item()->ref().value_or(strBill) : QString();
+    return m_detail ? Item::oneLine(m_detail->item()->ref().value_or(strBill)) : QString();
 }

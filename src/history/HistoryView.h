@@ -23,7 +23,7 @@ class HistoryView : public QObject {
     Q_PROPERTY(bool promptToDelete MEMBER m_promptToDelete NOTIFY promptToDeleteChanged)
     Q_PROPERTY(bool promptToDeleteOld MEMBER m_promptToDeleteOld NOTIFY promptToDeleteOldChanged)
     Q_PROPERTY(bool showUseThisBill MEMBER m_showUseThisBill NOTIFY showUseThisBillChanged)
-    Q_PROPERTY(bool showRename MEMBER m_showRename NOTIFY showRenameChanged)
+    Q_PROPERTY(bool showRename READ showRename WRITE setShowRename NOTIFY showRenameChanged)
     Q_PROPERTY(QString billDescription READ billDescription WRITE setBillDescription NOTIFY
             billDescriptionChanged)
     Q_PROPERTY(QString descriptionNotice READ descriptionNotice NOTIFY billDescriptionChanged)
@@ -60,6 +60,8 @@ public:
     /// Deletes one row, such as one that was swiped aside. A row that is gone is none.
     Q_INVOKABLE void deleteRow(int row);
     Q_INVOKABLE void deleteMarked();
+    /// Deletes the marked rows, or that row where none is marked.
+    Q_INVOKABLE void deleteByKey(int row);
     /// In the edit mode marks the row for deletion or takes the mark off, else opens the bill. A
     /// row that is gone, but is still seen fading away, is none.
     Q_INVOKABLE void pressRow(int row);
@@ -68,8 +70,11 @@ public:
     void choose(int row);
     /// Closes it.
     Q_INVOKABLE void unchoose();
-    /// Opens the page of a bill and asks for its new description.
+    /// Opens the page of a bill and asks for its new description. A page that was opened for this
+    /// closes with the dialog. Does nothing in the edit mode.
     Q_INVOKABLE void renameRow(int row);
+    [[nodiscard]] bool showRename() const { return m_showRename; }
+    void setShowRename(bool show);
     /// Asks for the chosen bill's new description, starting with the old one.
     Q_INVOKABLE void askForDescription();
     /// Stores the typed description, "Bill" where it is empty. A save that fails is ignored: the
@@ -137,6 +142,7 @@ private:
     bool m_promptToDeleteOld = false;
     bool m_showUseThisBill = false;
     bool m_showRename = false;
+    bool m_closesAfterRename = false;
     DescriptionBuffer m_billDescription;
     SavedBills m_items;
     QPersistentModelIndex m_chosen;

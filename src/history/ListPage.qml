@@ -27,7 +27,10 @@ FocusScope {
                 font.pixelSize: Theme.fontSize1
                 text: qsTr("Delete %1").arg(page.view?.items.markedCount ?? 0)
                 visible: page.view?.isEditing ?? false
-                onClicked: page.view.deleteMarked()
+                onClicked: {
+                    list.forceActiveFocus(Qt.TabFocusReason);
+                    page.view.deleteMarked();
+                }
             }
 
             PushButton {
@@ -37,6 +40,7 @@ FocusScope {
             }
 
             PushButton {
+                focus: list.count === 0
                 font.bold: true
                 font.pixelSize: Theme.fontSize1
                 text: qsTr("Done")
@@ -53,9 +57,11 @@ FocusScope {
             radius: Theme.cardRadius
 
             SavedBillsList {
+                id: list
+
                 anchors.fill: parent
                 anchors.margins: 6
-                focus: true
+                focus: list.count > 0
                 view: page.view
             }
         }

@@ -12,7 +12,7 @@ T.ItemDelegate {
     required property string date
     property alias dateColumn: line.dateColumn
     readonly property alias dateWidth: line.dateWidth
-    readonly property real deleteWidth: 2 * Theme.rowHeight + Theme.lineSpace
+    readonly property real deleteWidth: 2 * Theme.rowHeight + 2 * Theme.lineSpace
     required property int index
     readonly property bool isEditing: row.view?.isEditing ?? false
     property bool last: false
@@ -27,7 +27,8 @@ T.ItemDelegate {
 
     signal swipedAside(aside: bool)
 
-    function press() {
+    // The pointer first closes whichever row is swiped aside.
+    function click() {
         if (row.someSwiped)
             row.swipedAside(false);
         else
@@ -36,14 +37,14 @@ T.ItemDelegate {
 
     function pressByKey(event: KeyEvent) {
         if (!event.isAutoRepeat)
-            row.press();
+            row.view.pressRow(row.index);
     }
 
     Accessible.checkable: row.isEditing
     Accessible.checked: row.marked
     Accessible.focusable: true
     Accessible.name: row.ref + " " + row.amount + " " + row.date
-    Accessible.onPressAction: row.press()
+    Accessible.onPressAction: row.view.pressRow(row.index)
     Accessible.role: Accessible.ListItem
     Accessible.selectable: true
     Accessible.selected: row.chosen
@@ -65,7 +66,7 @@ T.ItemDelegate {
     // At the end of the row stands the list's scroll bar.
     leftPadding: Theme.lineSpace + (Theme.rightToLeft ? 10 : 2)
     rightPadding: Theme.lineSpace + (Theme.rightToLeft ? 2 : 10)
-    onClicked: row.press()
+    onClicked: row.click()
 
     Behavior on aside {
         enabled: !swipe.active
@@ -74,43 +75,14 @@ T.ItemDelegate {
             easing.type: Easing.OutCubic
         }
     }
-    background: Item {
-        Rectangle {
-            anchors.fill: parent
-            anchors.bottomMargin: 4
-            anchors.topMargin: 4
-            color: Theme.controlFill
-            radius: Theme.controlRadius - 2
-            visible: row.chosen || row.marked
-        }
-
-        ControlFeedback {
-            anchors.bottomMargin: 4
-            anchors.topMargin: 4
-            down: row.down
-            hovered: row.hovered
-            radius: Theme.controlRadius - 2
-        }
-
-        Rectangle {
-            anchors.bottom: parent.bottom
-            anchors.left: parent.left
-            anchors.leftMargin: row.leftPadding
-            anchors.right: parent.right
-            color: Theme.line
-            height: 1
-            visible: !row.last
-        }
-
-        FocusRing {
-            anchors.bottomMargin: 4
-            anchors.leftMargin: 1
-            anchors.rightMargin: 1
-            anchors.topMargin: 4
-            focused: row.activeFocus
-            radius: Theme.controlRadius - 2
-            reason: row.focusReason
-        }
+    background: RowGround {
+        down: row.down
+        focusReason: row.focusReason
+        focused: row.activeFocus
+        hovered: row.hovered
+        indent: Theme.lineSpace + 2
+        raised: row.chosen || row.marked
+        separated: !row.last
     }
     contentItem: Item {
         clip: row.aside > 0
@@ -120,6 +92,7 @@ T.ItemDelegate {
 
             amount: row.amount
             date: row.date
+            emphasised: row.chosen || row.marked || row.down
             height: parent.height
             marked: row.marked
             markable: row.isEditing
@@ -129,7 +102,7 @@ T.ItemDelegate {
         }
     }
 
-    // Made only for a row that is swiped: there is no more room in the time of a frame.
+    // Made only for a row that is swiped: a fast scroll has no time to make one for each.
     Loader {
         id: deleteLoader
 
@@ -137,11 +110,12 @@ T.ItemDelegate {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 4
         anchors.right: parent.right
+        anchors.rightMargin: Theme.lineSpace
         anchors.top: parent.top
         anchors.topMargin: 4
         opacity: row.aside / row.deleteWidth
         source: "SwipedDelete.qml"
-        width: row.deleteWidth - Theme.lineSpace
+        width: row.deleteWidth - 2 * Theme.lineSpace
     }
 
     Connections {

@@ -55,7 +55,7 @@ QVariant SavedBills::data(const QModelIndex& index, int role) const
         return {};
     switch (role) {
     case RefRole:
-        return item(index.row())->ref().value_or(QString());
+        return Item::oneLine(item(index.row())->ref().value_or(QString()));
     case AmountRole:
         return amountText(*item(index.row()));
     case DateRole:

@@ -27,7 +27,7 @@ ListView {
     // A key that is held deletes once: there is no way back.
     Keys.onDeletePressed: event => {
         if (!event.isAutoRepeat)
-            list.view.deleteRow(list.currentIndex);
+            list.view.deleteByKey(list.currentIndex);
     }
     Keys.onPressed: event => {
         event.accepted = true;
@@ -44,7 +44,7 @@ ListView {
         else
             event.accepted = false;
     }
-    activeFocusOnTab: true
+    activeFocusOnTab: list.count > 0
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     highlightFollowsCurrentItem: true
@@ -55,6 +55,14 @@ ListView {
     reuseItems: true
     onCountChanged: list.swipedRow = -1
     onMovementStarted: list.swipedRow = -1
+
+    Connections {
+        function onIsEditingChanged() {
+            list.swipedRow = -1;
+        }
+
+        target: list.view
+    }
 
     T.ScrollBar.vertical: AppScrollBar {
         parent: list

@@ -49,13 +49,19 @@ bool Item::isDescribedBy(const NSEntityDescription& entity)
         });
 }
 
-std::optional<QString> Item::refFromText(const QString& text)
+QString Item::oneLine(const QString& text)
 {
+    static const QString breaks = QStringLiteral("\n\r\v\f\u0085\u2028\u2029");
     QString line = text;
     for (QChar& character : line) {
-        if (character == QLatin1Char('\n') || character == QLatin1Char('\r')
-            || character == QChar::LineSeparator || character == QChar::ParagraphSeparator)
+        if (breaks.contains(character))
             character = QLatin1Char(' ');
     }
+    return line;
+}
+
+std::optional<QString> Item::refFromText(const QString& text)
+{
+    const QString line = oneLine(text);
     return line.toUtf8().size() <= longestRef ? std::optional(line) : std::nullopt;
 }

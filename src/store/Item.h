@@ -21,6 +21,8 @@ public:
     [[nodiscard]] static NSFetchRequest fetchRequest();
     /// Whether the entity has the attributes that the accessors stand for.
     [[nodiscard]] static bool isDescribedBy(const NSEntityDescription& entity);
+    /// The text with a blank for each line break: what another program stored may have some.
+    [[nodiscard]] static QString oneLine(const QString& text);
     /// What was typed, as a description: one line. Nothing where it is longer than longestRef.
     [[nodiscard]] static std::optional<QString> refFromText(const QString& text);
 

@@ -36,8 +36,9 @@ class Actions(SavedBillsTest):
         self.bills.expect_description("Supper")
         screen.press_keys("Return")
 
-        self.bills.expect_page("Supper")
+        self.vexilo.expect_none(Role.DIALOG, RENAME)
         self.expect_stored("Dinner", "Supper", "Breakfast")
+        self.bills.expect_current("Supper")
 
     def test_f2_renames_on_the_page_too(self):
         screen.press_keys("Return")

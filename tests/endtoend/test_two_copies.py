@@ -106,6 +106,7 @@ class TwoCopies(SavedBillsTest):
         vexilo.expect(Role.PUSH_BUTTON, "Cancel")
         tree.press(bills.row(description))
         vexilo.press_button("Delete 1")
+        vexilo.press_button("Cancel")
         vexilo.expect(Role.PUSH_BUTTON, "Done")
         self.assertNotIn(description, self.store.descriptions())
 

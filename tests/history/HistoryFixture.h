@@ -5,6 +5,7 @@
 #include "UserDefaults.h"
 #include "UserSettings.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 class QAbstractItemModel;
@@ -26,6 +27,8 @@ public:
     std::shared_ptr<Item> addBill(const QString& ref, const QDateTime& stamp);
     /// Saves bills of these descriptions, the first one the newest.
     void addBills(const QStringList& refs);
+    /// Takes the store's file away, so that no save succeeds any more.
+    void removeStoreFile() const { QFile::remove(m_store.file()); }
     /// Saves the context; a failure ends the test.
     void save();
 

@@ -142,6 +142,8 @@ TestCase {
         keyClick(Qt.Key_Return);
         press("Delete 2");
         compare(World.refs, ["2"]);
+        compare(find("Delete 0").enabled, false);
+        press("Cancel");
         find("Edit");
     }
 
@@ -193,11 +195,12 @@ TestCase {
         keyClick(Qt.Key_Return);
         compare(World.refs, ["x", "2"]);
         tryCompare(view, "showRename", false);
-        compare(view.detailTitle, "x");
+        compare(view.detail, null); // back at the row that was renamed
     }
 
     function test_escapeLeavesTheDescription() {
         const view = opened(1);
+        keyClick(Qt.Key_Return);
         keyClick(Qt.Key_F2);
         tryVerify(() => find("Description").activeFocus);
         keyClick(Qt.Key_X);

@@ -14,9 +14,9 @@ T.ScrollBar {
     visible: bar.size < 1
 
     contentItem: Rectangle {
-        color: Theme.softText
+        color: bar.pressed || bar.hovered ? Theme.text : Theme.softText
         implicitWidth: 8
-        opacity: bar.pressed ? 1 : bar.hovered ? 0.8 : 0.45
+        opacity: 0.8
         radius: width / 2
     }
 }

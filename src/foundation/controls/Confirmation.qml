@@ -1,6 +1,6 @@
 import Vexilo.Controls
 
-// Asks before something is done that cannot be undone. The safe choice has the keyboard.
+// Asks before something is lost or replaced. The safe choice has the keyboard.
 DialogFrame {
     id: confirmation
 

@@ -8,6 +8,8 @@ RowLayout {
 
     default property alias buttons: buttonRow.data
     required property string title
+    // Whether the title is longer than its line.
+    readonly property alias truncated: titleText.truncated
     property real titleSize: Theme.fontSize3 + 4
 
     implicitHeight: Math.max(Theme.rowHeight, titleText.implicitHeight)
