@@ -12,8 +12,10 @@ Item {
     readonly property real dateWidth: dateText.implicitWidth
     // Whether the row stands on a darker ground, on which soft text is too soft.
     property bool emphasised: false
+    readonly property alias descriptionX: refText.x
     property bool markable: false
     property bool marked: false
+    readonly property real markRoom: line.markable ? mark.width + Theme.lineSpace : 0
     required property string ref
 
     Loader {
@@ -29,7 +31,8 @@ Item {
     BodyText {
         id: refText
 
-        anchors.left: mark.right
+        // A loader keeps the size of what it has let go.
+        anchors.left: line.markable ? mark.right : line.left
         anchors.leftMargin: line.markable ? Theme.lineSpace : 0
         anchors.right: amountText.left
         anchors.rightMargin: Theme.lineSpace
@@ -49,7 +52,7 @@ Item {
         mirrored: Theme.rightToLeft
         text: line.amount
         // Short descriptions leave their room to long amounts.
-        width: Math.min(implicitWidth, Math.max(line.width * 0.35, line.width - refText.implicitWidth - dateText.width - 4 * Theme.lineSpace))
+        width: Math.min(implicitWidth, Math.max(line.width * 0.35, line.width - line.markRoom - refText.implicitWidth - dateText.width - 2 * Theme.lineSpace))
     }
 
     BodyText {

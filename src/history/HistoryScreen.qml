@@ -13,8 +13,8 @@ Sheet {
 
     title: qsTr("Saved Bills")
     onAboutToShow: listPage.forceActiveFocus(Qt.TabFocusReason)
-    // What had the keyboard may be hidden now.
-    onWideChanged: if (sheet.visible) (listPage.visible ? listPage : detailPage).forceActiveFocus(Qt.TabFocusReason)
+    // What had the keyboard may be hidden now; a dialog over the sheet keeps it.
+    onWideChanged: if (sheet.activeFocus) (sheet.wide || !sheet.hasDetail ? listPage : detailPage).forceActiveFocus(Qt.TabFocusReason)
 
     Connections {
         function onDismissed() {

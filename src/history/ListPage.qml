@@ -7,6 +7,9 @@ import Vexilo.History
 FocusScope {
     id: page
 
+    // The keyboard goes to a button where there is no row to have it.
+    readonly property bool empty: list.count === 0
+    readonly property bool isEditing: page.view?.isEditing ?? false
     required property HistoryView view
 
     signal closed
@@ -26,7 +29,7 @@ FocusScope {
                 font.bold: true
                 font.pixelSize: Theme.fontSize1
                 text: qsTr("Delete %1").arg(page.view?.items.markedCount ?? 0)
-                visible: page.view?.isEditing ?? false
+                visible: page.isEditing
                 onClicked: {
                     list.forceActiveFocus(Qt.TabFocusReason);
                     page.view.deleteMarked();
@@ -34,17 +37,18 @@ FocusScope {
             }
 
             PushButton {
+                focus: page.empty && page.isEditing
                 font.pixelSize: Theme.fontSize1
-                text: page.view?.isEditing ? qsTr("Cancel") : qsTr("Edit")
+                text: page.isEditing ? qsTr("Cancel") : qsTr("Edit")
                 onClicked: page.view.isEditing = !page.view.isEditing
             }
 
             PushButton {
-                focus: list.count === 0
+                focus: page.empty && !page.isEditing
                 font.bold: true
                 font.pixelSize: Theme.fontSize1
                 text: qsTr("Done")
-                visible: !(page.view?.isEditing ?? false)
+                visible: !page.isEditing
                 onClicked: page.closed()
             }
         }
@@ -61,7 +65,7 @@ FocusScope {
 
                 anchors.fill: parent
                 anchors.margins: 6
-                focus: list.count > 0
+                focus: !page.empty
                 view: page.view
             }
         }

@@ -50,6 +50,7 @@ T.ItemDelegate {
     Accessible.selected: row.chosen
     Keys.onEnterPressed: event => row.pressByKey(event)
     Keys.onReturnPressed: event => row.pressByKey(event)
+    Keys.onSpacePressed: event => row.pressByKey(event)
     // The list only stops painting a row that it keeps for later; assistive software would meet it.
     ListView.onPooled: {
         row.opacity = 1;

@@ -5,7 +5,8 @@ import QtQuick.Templates as T
 import Vexilo.Controls
 import Vexilo.History
 
-// The rows, newest first. Return opens the current one, F2 renames it, Delete deletes it.
+// The rows, newest first. Return opens the current one, F2 renames it, Delete deletes it. In the edit
+// mode Return marks it, and Delete deletes what is marked.
 ListView {
     id: list
 
@@ -44,7 +45,7 @@ ListView {
         else
             event.accepted = false;
     }
-    activeFocusOnTab: list.count > 0
+    activeFocusOnTab: list.count > 0 || list.activeFocus
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     highlightFollowsCurrentItem: true
@@ -54,6 +55,8 @@ ListView {
     pixelAligned: true
     reuseItems: true
     onCountChanged: list.swipedRow = -1
+    // The row that had the focus may be the one that goes.
+    onCurrentItemChanged: if (list.currentItem) list.currentItem.focus = true
     onMovementStarted: list.swipedRow = -1
 
     Connections {

@@ -147,6 +147,75 @@ TestCase {
         find("Edit");
     }
 
+    function test_anEmptyListLeavesTheKeyboardToDone() {
+        opened(0);
+        verify(find("Done").activeFocus);
+    }
+
+    function test_theLastBillLeavesTheKeyboardToDone() {
+        opened(1);
+        keyClick(Qt.Key_Delete);
+        tryVerify(() => find("Done").activeFocus);
+    }
+
+    function test_theLastMarkedBillLeavesTheKeyboardToCancel() {
+        opened(1);
+        press("Edit");
+        keyClick(Qt.Key_Return);
+        press("Delete 1");
+        compare(World.refs, []);
+        tryVerify(() => find("Cancel").activeFocus);
+        press("Cancel");
+        tryVerify(() => find("Done").activeFocus);
+    }
+
+    function test_afterMarkedBillsWereDeletedTheListHasTheKeyboard() {
+        const view = opened(3);
+        press("Edit");
+        keyClick(Qt.Key_Return);
+        find("Delete 1").forceActiveFocus();
+        press("Delete 1");
+        tryVerify(() => test.Window.activeFocusItem.index === 0);
+        keyClick(Qt.Key_Return);
+        compare(view.items.markedCount, 1);
+    }
+
+    function test_aBillThatComesDoesNotTakeTheKeyboard() {
+        opened(2);
+        find("Edit").forceActiveFocus();
+        World.addBill("x");
+        tryVerify(() => isShown("x $110.00 Sat 14 Mar 2026"));
+        verify(find("Edit").activeFocus);
+    }
+
+    function test_theEditModeLeavesTheRowsAsTheyWere() {
+        opened(2);
+        const before = find("1 $110.00 Sat 14 Mar 2026").contentItem.children[0].descriptionX;
+        press("Edit");
+        verify(find("1 $110.00 Sat 14 Mar 2026").contentItem.children[0].descriptionX > before);
+        press("Cancel");
+        compare(find("1 $110.00 Sat 14 Mar 2026").contentItem.children[0].descriptionX, before);
+    }
+
+    function test_aWindowThatBecomesNarrowGivesTheKeyboardToThePage() {
+        resize(1100);
+        opened(2);
+        keyClick(Qt.Key_Return);
+        resize(600);
+        verify(find("Back").activeFocus);
+    }
+
+    function test_aWindowThatBecomesNarrowLeavesTheKeyboardToADialog() {
+        resize(1100);
+        opened(2);
+        keyClick(Qt.Key_F2);
+        tryVerify(() => find("Description").activeFocus);
+        resize(600);
+        verify(find("Description").activeFocus);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => !isShown("Description"));
+    }
+
     function test_theColumnButtonNamesTheSymbolAndTheOtherColumn() {
         opened(1);
         press("$ Share");

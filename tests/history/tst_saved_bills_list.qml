@@ -49,7 +49,6 @@ TestCase {
         return list.itemAtIndex(index);
     }
 
-    // The row's button that deletes it; only there while the row stands aside.
     // The button that a row uncovers; null while it covers it.
     function deleteButton(item) {
         for (let i = 0; i < item.children.length; ++i) {
