@@ -72,7 +72,7 @@ std::shared_ptr<NSPersistentContainer> setupContainer(bool withSync)
         printDiagnostic(error->toString().toStdString());
         stop(QStringLiteral("Could not setup Container"));
     }
-    const auto container = std::get<std::shared_ptr<NSPersistentContainer>>(made);
+    auto container = std::get<std::shared_ptr<NSPersistentContainer>>(made);
     if (container->persistentStoreDescriptions().empty())
         stop(QStringLiteral("No description found"));
     NSPersistentStoreDescription& description = container->persistentStoreDescriptions().front();
