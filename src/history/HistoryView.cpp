@@ -56,9 +56,7 @@ void HistoryView::deleteItems(const QList<int>& offsets)
     // ignored, is no reason to fail: who deletes a bill wants it gone.
     const Result<void> saved = store::saveDespiteConflicts(m_viewContext);
     if (!saved)
-        fatalError(QString(QLatin1String("Unresolved error ") + saved.error().toString()
-            + QLatin1String(", ") + saved.error().userInfoText())
-                       .toStdString());
+        fatalError(store::unresolvedError(saved.error()).toStdString());
 }
 
 void HistoryView::deleteRow(int row)

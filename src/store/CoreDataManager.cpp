@@ -18,6 +18,12 @@ Result<void> executeAndMergeChanges(NSManagedObjectContext& context, NSBatchDele
     return {};
 }
 
+QString store::unresolvedError(const StoreError& error)
+{
+    return QLatin1String("Unresolved error ") + error.toString() + QLatin1String(", ")
+        + error.userInfoText();
+}
+
 Result<void> store::saveDespiteConflicts(NSManagedObjectContext& context)
 {
     const NSMergePolicy policy = context.mergePolicy();

@@ -11,6 +11,9 @@ Result<void> executeAndMergeChanges(NSManagedObjectContext& context, NSBatchDele
 
 namespace store {
 
+/// The words with which the process ends where the store fails it: the error and its details.
+[[nodiscard]] QString unresolvedError(const StoreError& error);
+
 /// Saves a context. Where another program has changed the same records meanwhile, what this context
 /// changed wins; a record that was deleted stays deleted, and the context lets go of it.
 [[nodiscard]] Result<void> saveDespiteConflicts(NSManagedObjectContext& context);

@@ -94,8 +94,7 @@ std::shared_ptr<NSPersistentContainer> setupContainer(bool withSync)
     container->loadPersistentStores(
         [](const NSPersistentStoreDescription&, const std::optional<StoreError>& error) {
             if (error)
-                stop(QLatin1String("Unresolved error ") + error->toString() + QLatin1String(", ")
-                    + error->userInfoText());
+                stop(unresolvedError(*error));
         });
     printBanner(withSync);
     return container;
