@@ -2,8 +2,8 @@
 
 #include "Appearance.h"
 #include "Diagnostics.h"
+#include "WebPage.h"
 
-#include <QDesktopServices>
 #include <QEventLoop>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -108,11 +108,4 @@ void VexiloApp::followHistory()
         previous.release()->deleteLater();
 }
 
-void VexiloApp::helpOnWebsite()
-{
-    const QUrl help(m_global.websiteHelp, QUrl::StrictMode);
-    if (!help.isValid() || help.isRelative())
-        fatalError("Unexpectedly found nil while unwrapping an Optional value");
-    if (!QDesktopServices::openUrl(help))
-        printDiagnostic("No browser opens " + m_global.websiteHelp.toStdString());
-}
+void VexiloApp::helpOnWebsite() { openWebPage(m_global.websiteHelp); }
