@@ -1,5 +1,7 @@
 #include "CKContainer.h"
 
+#include "Bundle.h"
+
 #include <QThreadPool>
 
 #include <mutex>
@@ -16,10 +18,17 @@ CKContainer::AccountSource& source()
 
 } // namespace
 
-CKContainer& CKContainer::defaultContainer()
+const CKContainer& CKContainer::defaultContainer()
 {
-    static CKContainer instance;
+    static const CKContainer instance(Bundle::main()
+                                          .stringForInfoKey(QStringLiteral("CKContainerIdentifier"))
+                                          .value_or(QString()));
     return instance;
+}
+
+CKContainer::CKContainer(QString identifier)
+    : m_identifier(std::move(identifier))
+{
 }
 
 void CKContainer::setAccountSource(AccountSource newSource)

@@ -1,17 +1,9 @@
 #pragma once
 
-#include <QString>
-
-#include <functional>
-#include <optional>
+#include "CKDatabase.h"
 
 /// What is known of the user's account with the cloud.
 enum class CKAccountStatus { CouldNotDetermine, Available, NoAccount };
-
-/// Why the cloud could not be asked.
-struct CKError {
-    QString localizedDescription; ///< one sentence for a person
-};
 
 /// The program's part of the user's private cloud.
 class CKContainer {
@@ -23,14 +15,20 @@ public:
     /// Asks for the account, on a thread of the cloud's own; may take its time.
     using AccountSource = std::function<AccountAnswer()>;
 
-    /// The container of this program.
-    static CKContainer& defaultContainer();
+    /// The container of this program, named by "CKContainerIdentifier" in the main bundle's
+    /// information dictionary.
+    static const CKContainer& defaultContainer();
+
+    explicit CKContainer(QString identifier);
+
     /// Whom the containers ask from now on. At first there is nobody to ask, and so no account.
     static void setAccountSource(AccountSource source);
 
     /// Returns at once. The completion runs later, on a thread of the cloud's own.
     void accountStatus(const std::function<void(const AccountAnswer&)>& completion) const;
 
+    [[nodiscard]] CKDatabase privateCloudDatabase() const { return CKDatabase(m_identifier); }
+
 private:
-    CKContainer() = default;
+    QString m_identifier;
 };
