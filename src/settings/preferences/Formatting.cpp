@@ -103,6 +103,24 @@ std::string_view message(DecimalError error)
     return {};
 }
 
+std::variant<qint64, DecimalError> cut(double value)
+{
+    if (!std::isfinite(value))
+        return DecimalError::NotFinite;
+    if (value < -9223372036854775808.0)
+        return DecimalError::BelowRange;
+    if (value >= 9223372036854775808.0)
+        return DecimalError::AboveRange;
+    return static_cast<qint64>(value);
+}
+
+template <typename Value> Value valueOrStop(const std::variant<Value, DecimalError>& value)
+{
+    if (const auto* error = std::get_if<DecimalError>(&value))
+        fatalError(message(*error));
+    return std::get<Value>(value);
+}
+
 /// Formats, reads back and formats again, so that what the first pattern leaves out is dropped.
 QString reformatted(
     const std::optional<QDateTime>& date, const QString& coarsePattern, const QString& pattern)
@@ -171,25 +189,17 @@ double toDouble(const QString& text)
     return isNumber ? value : 0.0;
 }
 
+qint64 wholeNumber(double value) { return valueOrStop(cut(value)); }
+
 std::variant<double, DecimalError> cutToCents(double amount)
 {
-    const double product = normalised(amount) * 100.0;
-    if (!std::isfinite(product))
-        return DecimalError::NotFinite;
-    if (product < -9223372036854775808.0)
-        return DecimalError::BelowRange;
-    if (product >= 9223372036854775808.0)
-        return DecimalError::AboveRange;
-    return static_cast<double>(static_cast<qint64>(product)) / 100.0;
+    const std::variant<qint64, DecimalError> cents = cut(normalised(amount) * 100.0);
+    if (const auto* error = std::get_if<DecimalError>(&cents))
+        return *error;
+    return static_cast<double>(std::get<qint64>(cents)) / 100.0;
 }
 
-double toDecimal(double dF)
-{
-    const std::variant<double, DecimalError> cut = cutToCents(dF);
-    if (const auto* error = std::get_if<DecimalError>(&cut))
-        fatalError(message(*error));
-    return std::get<double>(cut);
-}
+double toDecimal(double dF) { return valueOrStop(cutToCents(dF)); }
 
 QString strService(qint64 service)
 {

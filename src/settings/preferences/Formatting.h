@@ -52,8 +52,12 @@ namespace Formatter {
 /// The text as a number in the C locale's notation, or 0.0 where it is none.
 [[nodiscard]] double toDouble(const QString& text);
 
-/// Why a value cannot be cut to cents.
+/// Why a value cannot be cut to a whole number of 64 bits.
 enum class DecimalError { NotFinite, BelowRange, AboveRange };
+
+/// The value without its fraction, cut towards zero; stops the process for one that is not finite
+/// or leaves the range of signed 64-bit integers.
+[[nodiscard]] qint64 wholeNumber(double value);
 
 /// The amount cut, not rounded, to whole cents, by the binary product with 100: 1.15 gives 1.14.
 /// That loss of a cent is the rule that diners and their saved bills rely on.

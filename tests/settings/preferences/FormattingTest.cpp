@@ -70,6 +70,52 @@ private Q_SLOTS:
         QVERIFY2(death.message == message, death.message.constData());
     }
 
+    void aNumberIsCutTowardZero_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<qint64>("whole");
+        QTest::newRow("7.83") << 7.83 << qint64(7);
+        QTest::newRow("just below a whole") << 99.999 << qint64(99);
+        QTest::newRow("whole") << 100.0 << qint64(100);
+        QTest::newRow("negative") << -1.9 << qint64(-1);
+        QTest::newRow("the least integer")
+            << -9223372036854775808.0 << std::numeric_limits<qint64>::min();
+    }
+
+    void aNumberIsCutTowardZero()
+    {
+        QFETCH(const double, number);
+        QFETCH(const qint64, whole);
+
+        QCOMPARE(wholeNumber(number), whole);
+    }
+
+    void aNumberThatIsNoIntegerStopsTheProcess_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QByteArray>("reason");
+        QTest::newRow("infinity") << std::numeric_limits<double>::infinity()
+                                  << QByteArray("it is either infinite or NaN\n");
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN()
+                                      << QByteArray("it is either infinite or NaN\n");
+        QTest::newRow("above the range")
+            << 9223372036854775808.0 << QByteArray("the result would be greater than Int.max\n");
+        QTest::newRow("below the range")
+            << -9223372036854777856.0 << QByteArray("the result would be less than Int.min\n");
+    }
+
+    void aNumberThatIsNoIntegerStopsTheProcess()
+    {
+        QFETCH(const double, number);
+        QFETCH(const QByteArray, reason);
+
+        const Death death = deathOf([number] { (void)wholeNumber(number); });
+
+        const QByteArray message = "Double value cannot be converted to Int because " + reason;
+        QVERIFY(death.aborted);
+        QVERIFY2(death.message == message, death.message.constData());
+    }
+
     void theLeastIntegerCanStillBeCut()
     {
         QCOMPARE(toDecimal(-92233720368547758.08), -92233720368547758.08);
