@@ -1,0 +1,126 @@
+import QtQuick
+import QtQuick.Layouts
+import QtTest
+import Vexilo.Controls
+
+TestCase {
+    id: test
+
+    property real percent: 50
+
+    height: 300
+    name: "FormScroller"
+    visible: true
+    when: windowShown
+    width: 400
+
+    FormScroller {
+        id: form
+
+        anchors.fill: parent
+
+        FormSection {
+            id: section
+
+            Layout.fillWidth: true
+            footer: "Why there are switches in this group of rows, said at such a length that it does not fit one line."
+            header: "FIRST"
+
+            SwitchRow {
+                id: first
+
+                on: false
+                text: "First"
+            }
+        }
+
+        Slider {
+            id: slider
+
+            Layout.fillWidth: true
+            accessibleName: "Slider"
+            from: 1
+            heedsWheel: form.pointed
+            place: test.percent
+            to: 100
+            onPlaced: value => test.percent = value
+        }
+
+        Item {
+            Layout.preferredHeight: 500
+        }
+
+        FormSection {
+            Layout.fillWidth: true
+            header: "LAST"
+
+            ButtonRow {
+                id: last
+
+                text: "Last"
+            }
+        }
+    }
+
+    function init() {
+        test.percent = 50;
+        form.contentY = 0;
+        form.height = 300;
+        first.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function upperEdge(item) {
+        return item.mapToItem(form, 0, 0).y;
+    }
+
+    function test_itScrollsToWhatHasTheKeyboard() {
+        last.forceActiveFocus(Qt.TabFocusReason);
+        verify(upperEdge(last) >= 0);
+        verify(upperEdge(last) + last.height <= form.height);
+        first.forceActiveFocus(Qt.BacktabFocusReason);
+        verify(upperEdge(first) >= 0);
+        verify(upperEdge(first) + first.height <= form.height);
+    }
+
+    function test_whatIsInSightIsNotMoved() {
+        slider.forceActiveFocus(Qt.TabFocusReason);
+        compare(form.contentY, 0);
+    }
+
+    function test_pageKeysScroll() {
+        keyClick(Qt.Key_PageDown);
+        compare(form.contentY, form.height - Theme.rowHeight);
+        for (let i = 0; i < 9; ++i)
+            keyClick(Qt.Key_PageDown);
+        compare(form.contentY, form.contentHeight - form.height);
+        for (let i = 0; i < 9; ++i)
+            keyClick(Qt.Key_PageUp);
+        compare(form.contentY, 0);
+    }
+
+    function test_aWheelOverASliderThatThePointerCameToMovesIt() {
+        mouseMove(form, 5, 5);
+        mouseMove(slider, 200, 20);
+        mouseWheel(slider, 200, 20, 0, 120);
+        compare(test.percent, 51);
+        compare(form.contentY, 0);
+    }
+
+    function test_aWheelThatScrollsTheFormDoesNotMoveASliderThatComesUnderIt() {
+        mouseMove(slider, 200, 20);
+        const place = slider.mapToItem(form, 200, 20);
+        form.contentY = 60;
+        mouseWheel(form, place.x, place.y - 60, 0, 120);
+        compare(test.percent, 50);
+    }
+
+    function test_aSectionIsReadFromItsHeadingToItsRemark() {
+        const heading = section.children[0];
+        compare(heading.Accessible.role, Accessible.Heading);
+        compare(heading.Accessible.name, "FIRST");
+        const remark = section.children[2];
+        compare(remark.Accessible.name, section.footer);
+        verify(remark.height > 2 * Theme.smallFontSize); // wrapped, not cut
+        verify(!remark.truncated);
+    }
+}
