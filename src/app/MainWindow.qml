@@ -4,6 +4,7 @@ import Vexilo.App
 import Vexilo.Calculator
 import Vexilo.Controls
 import Vexilo.History
+import Vexilo.Settings
 
 // The one window: the menu bar over the calculator. A plain Window would not give the keyboard back to
 // the calculator when a dialog or a menu closes.
@@ -45,6 +46,11 @@ T.ApplicationWindow {
     }
 
     Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: window.contentView.showSettings = true
+    }
+
+    Shortcut {
         sequence: "F10"
         onActivated: help.openMenu()
     }
@@ -63,6 +69,12 @@ T.ApplicationWindow {
     ContentScreen {
         anchors.fill: parent
         view: window.contentView
+    }
+
+    Loader {
+        active: window.app.settingsView !== null
+        source: "SettingsSheet.qml"
+        onLoaded: (item as SettingsSheet).show(window.app, window.contentView)
     }
 
     Loader {

@@ -31,6 +31,7 @@ VexiloApp::VexiloApp()
     connect(
         &m_userSettings, &UserSettings::themeChanged, this,
         [this] { m_utilities.overrideDisplayMode(); }, Qt::QueuedConnection);
+    connect(&m_contentView, &ContentView::showSettingsChanged, this, &VexiloApp::followSettings);
     connect(&m_contentView, &ContentView::showHistoryChanged, this, &VexiloApp::followHistory);
 }
 
@@ -92,6 +93,23 @@ void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
         window->show();
     });
     deadline->start(answerTime);
+}
+
+void VexiloApp::followSettings()
+{
+    if (m_contentView.showSettings() == (m_settingsView != nullptr))
+        return;
+    std::unique_ptr<SettingsView> previous = std::move(m_settingsView);
+    if (m_contentView.showSettings()) {
+        m_settingsView
+            = std::make_unique<SettingsView>(m_userSettings, m_contentView.refreshInfo());
+        connect(m_settingsView.get(), &SettingsView::refreshInfoChanged, &m_contentView,
+            &ContentView::setRefreshInfo);
+    }
+    Q_EMIT settingsViewChanged();
+    // It is the screen's own signal that closes it.
+    if (previous)
+        previous.release()->deleteLater();
 }
 
 void VexiloApp::followHistory()

@@ -4,6 +4,7 @@
 #include "GlobalModel.h"
 #include "HistoryView.h"
 #include "PersistenceController.h"
+#include "SettingsView.h"
 #include "UserSettings.h"
 #include "Utilities.h"
 
@@ -22,6 +23,8 @@ class VexiloApp : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The process has one application.")
+    /// The settings screen's state; null while the screen is closed.
+    Q_PROPERTY(SettingsView* settingsView READ settingsView NOTIFY settingsViewChanged)
     /// The saved bills screen's state; null while the screen is closed.
     Q_PROPERTY(HistoryView* historyView READ historyView NOTIFY historyViewChanged)
 
@@ -36,14 +39,17 @@ public:
     /// that is no absolute address stops the process.
     Q_INVOKABLE void helpOnWebsite();
 
+    [[nodiscard]] SettingsView* settingsView() const { return m_settingsView.get(); }
     [[nodiscard]] HistoryView* historyView() const { return m_historyView.get(); }
 
 Q_SIGNALS:
+    void settingsViewChanged();
     void historyViewChanged();
 
 private:
     [[nodiscard]] bool makeWindow();
     void showWhenAppearanceIsKnown(QQuickWindow* window);
+    void followSettings();
     void followHistory();
 
     // First, since the views' types are loaded by a thread of the engine's own meanwhile.
@@ -58,6 +64,7 @@ private:
     Utilities m_utilities;
 
     ContentView m_contentView { m_userSettings, m_persistenceController.container->viewContext() };
+    std::unique_ptr<SettingsView> m_settingsView;
     std::unique_ptr<HistoryView> m_historyView;
     std::unique_ptr<QQuickWindow> m_window;
 };

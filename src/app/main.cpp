@@ -14,6 +14,7 @@ Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
+Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
 
 namespace {
 

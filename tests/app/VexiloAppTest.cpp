@@ -13,6 +13,7 @@ Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
+Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
 
 /// The application as a whole, without a desktop: no portal answers here.
 class VexiloAppTest : public QObject {

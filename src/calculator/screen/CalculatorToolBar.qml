@@ -27,6 +27,12 @@ Item {
         }
 
         IconButton {
+            accessibleName: qsTr("Settings")
+            iconName: "gearshape"
+            onClicked: bar.view.showSettings = true
+        }
+
+        IconButton {
             accessibleName: qsTr("Clear")
             directional: true
             iconName: "arrow.uturn.backward"

@@ -183,6 +183,14 @@ void ContentView::setShowCopied(bool show)
     Q_EMIT showCopiedChanged();
 }
 
+void ContentView::setRefreshInfo(bool refreshInfo)
+{
+    if (refreshInfo == m_refreshInfo)
+        return;
+    m_refreshInfo = refreshInfo;
+    Q_EMIT refreshInfoChanged();
+}
+
 void ContentView::setShowShareFailed(bool show)
 {
     m_showShareFailed = show;

@@ -22,6 +22,7 @@ class ContentView : public QObject {
     Q_PROPERTY(UserSettings* userSettings READ userSettings CONSTANT)
     Q_PROPERTY(GlobalModel* global READ global CONSTANT)
 
+    Q_PROPERTY(bool showSettings MEMBER m_showSettings NOTIFY showSettingsChanged)
     Q_PROPERTY(bool showHistory MEMBER m_showHistory NOTIFY showHistoryChanged)
     Q_PROPERTY(bool showCopied READ showCopied WRITE setShowCopied NOTIFY showCopiedChanged)
     Q_PROPERTY(bool showClear MEMBER m_showClear NOTIFY showClearChanged)
@@ -34,7 +35,8 @@ class ContentView : public QObject {
     Q_PROPERTY(QString descriptionNotice READ descriptionNotice NOTIFY billDescriptionChanged)
     Q_PROPERTY(bool showShareFailed READ showShareFailed WRITE setShowShareFailed NOTIFY
             showShareFailedChanged)
-    Q_PROPERTY(bool refreshInfo MEMBER m_refreshInfo NOTIFY refreshInfoChanged)
+    /// Flipped by what wants the results computed anew.
+    Q_PROPERTY(bool refreshInfo READ refreshInfo WRITE setRefreshInfo NOTIFY refreshInfoChanged)
     Q_PROPERTY(bool isTextFieldFocused MEMBER m_isTextFieldFocused NOTIFY isTextFieldFocusedChanged)
 
     /// The window's colour scheme, from the view.
@@ -100,11 +102,15 @@ public:
     [[nodiscard]] QColor getLinearColor2() const;
     [[nodiscard]] QColor getForegroundColor() const;
 
+    [[nodiscard]] bool showSettings() const { return m_showSettings; }
     [[nodiscard]] bool showHistory() const { return m_showHistory; }
     [[nodiscard]] bool showCopied() const { return m_showCopied; }
     void setShowCopied(bool show);
     [[nodiscard]] bool showShareFailed() const { return m_showShareFailed; }
     void setShowShareFailed(bool show);
+
+    [[nodiscard]] bool refreshInfo() const { return m_refreshInfo; }
+    void setRefreshInfo(bool refreshInfo);
 
     [[nodiscard]] QString saveFailure() const { return m_saveFailure; }
     [[nodiscard]] QString billDescription() const { return m_billDescription.text(); }
@@ -142,6 +148,7 @@ public:
     [[nodiscard]] bool hasResults() const { return m_resultsNotice.isEmpty(); }
 
 Q_SIGNALS:
+    void showSettingsChanged();
     void showHistoryChanged();
     void showCopiedChanged();
     void saveDialogChanged();
@@ -172,6 +179,7 @@ private:
     GlobalModel& m_global;
     EmailComposer m_emailComposer;
 
+    bool m_showSettings = false;
     bool m_showHistory = false;
     bool m_showCopied = false;
     bool m_saveDialog = false;
