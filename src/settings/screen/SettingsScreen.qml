@@ -47,8 +47,9 @@ Sheet {
 
         anchors.bottom: parent.bottom
         anchors.left: parent.left
-        anchors.margins: -Theme.margin
+        anchors.leftMargin: -gutter
         anchors.right: parent.right
+        anchors.rightMargin: -gutter
         anchors.top: header.bottom
         anchors.topMargin: Theme.lineSpace
 
