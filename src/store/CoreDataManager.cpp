@@ -24,6 +24,13 @@ QString store::unresolvedError(const StoreError& error)
         + error.userInfoText();
 }
 
+namespace {
+
+// Whoever asks for every bill rarely reads them all.
+constexpr int faultsReadTogether = 500;
+
+} // namespace
+
 Result<void> store::saveDespiteConflicts(NSManagedObjectContext& context)
 {
     const NSMergePolicy policy = context.mergePolicy();
@@ -59,8 +66,9 @@ CoreDataManager::CoreDataManager(std::shared_ptr<NSManagedObjectContext> context
 
 std::vector<std::shared_ptr<Item>> CoreDataManager::fetchAllItems() const
 {
-    const Result<std::vector<NSManagedObjectContext::Object>> found
-        = moc->fetch(Item::fetchRequest());
+    NSFetchRequest request = Item::fetchRequest();
+    request.fetchBatchSize = faultsReadTogether;
+    const Result<std::vector<NSManagedObjectContext::Object>> found = moc->fetch(request);
     if (!found) {
         printDiagnostic(found.error().toString().toStdString());
         return {};
