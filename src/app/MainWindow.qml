@@ -3,8 +3,6 @@ import QtQuick.Templates as T
 import Vexilo.App
 import Vexilo.Calculator
 import Vexilo.Controls
-import Vexilo.History
-import Vexilo.Settings
 
 // The one window: the menu bar over the calculator. A plain Window would not give the keyboard back to
 // the calculator when a dialog or a menu closes.
