@@ -1,17 +1,13 @@
 """The window: its title, its least size and its colours."""
 
 import screen
-import tree
 from case import EndToEndTest
+from colours import DARK_PAGE, LIGHT_PAGE, is_red, page_colour, panel_colour
 from portal import SettingsPortal
-from tree import Role
 
 LEAST = (500, 800)
-DARK_PAGE, LIGHT_PAGE = "#151413", "#F6F4F2"
 PAGE_COLOURS = {"1": LIGHT_PAGE, "2": DARK_PAGE}
 BLACK, WHITE = "#000000", "#FFFFFF"
-# In the margin beside the cards, where the bare page shows.
-PAGE_POINT = (6, 500)
 
 
 class WindowSize(EndToEndTest):
@@ -110,18 +106,3 @@ class Highlighting(EndToEndTest):
         vexilo = self.launch()
         vexilo.until(lambda: page_colour(vexilo) == PAGE_COLOURS[theme], "the window is painted")
         return vexilo
-
-
-def page_colour(vexilo):
-    left, top = screen.origin_of(vexilo.window)
-    return screen.colour_at(left + PAGE_POINT[0], top + PAGE_POINT[1])
-
-
-def panel_colour(vexilo):
-    """The colour in the middle of the results, where no text stands."""
-    return screen.colour_at(*tree.centre_of(vexilo.expect(Role.LABEL, "Share per person $0.00")))
-
-
-def is_red(colour):
-    red, green, blue = bytes.fromhex(colour[1:])
-    return red > 180 and green < 60 and blue < 110
