@@ -1,5 +1,7 @@
 """Desktop portals that the tests put on the private session bus."""
 
+from typing import NamedTuple
+
 from gi.repository import Gio, GLib
 
 import waiting
@@ -79,27 +81,47 @@ class EmailPortal(Portal):
                              GLib.Variant("(ua{sv})", (self._response, {})))
 
 
+class Wish(NamedTuple):
+    """A key of the desktop's settings, and the D-Bus type of its values."""
+
+    space: str
+    key: str
+    kind: str
+
+
+COLOR_SCHEME = Wish("org.freedesktop.appearance", "color-scheme", "u")
+CONTRAST = Wish("org.freedesktop.appearance", "contrast", "u")
+HIGH_CONTRAST = Wish("org.gnome.desktop.a11y.interface", "high-contrast", "b")
+ANIMATIONS = Wish("org.gnome.desktop.interface", "enable-animations", "b")
+TEXT_SCALE = Wish("org.gnome.desktop.interface", "text-scaling-factor", "d")
+
+
 class SettingsPortal(Portal):
-    """A desktop with a colour scheme: 0 has no preference, 1 prefers dark, 2 prefers light."""
+    """A desktop with a colour scheme: 0 has no preference, 1 prefers dark, 2 prefers light.
 
-    SPACE, KEY = "org.freedesktop.appearance", "color-scheme"
+    Other wishes are given at first as pairs of the wish and its value, or announced later.
+    """
 
-    def __init__(self, color_scheme):
+    def __init__(self, color_scheme, *wishes):
         super().__init__(SETTINGS)
-        self._color_scheme = color_scheme
+        self._wishes = {COLOR_SCHEME: color_scheme} | dict(wishes)
 
     def answer(self, _sender, arguments, invocation):
         (spaces,) = arguments
         values = {}
-        if self.SPACE in spaces:
-            values[self.SPACE] = {self.KEY: GLib.Variant("u", self._color_scheme)}
+        for wish, value in self._wishes.items():
+            if wish.space in spaces:
+                values.setdefault(wish.space, {})[wish.key] = GLib.Variant(wish.kind, value)
         invocation.return_value(GLib.Variant("(a{sa{sv}})", (values,)))
 
     def change(self, color_scheme):
-        self._color_scheme = color_scheme
-        value = GLib.Variant("u", color_scheme)
+        self.announce(COLOR_SCHEME, color_scheme)
+
+    def announce(self, wish, value):
+        self._wishes[wish] = value
+        change = (wish.space, wish.key, GLib.Variant(wish.kind, value))
         self.bus.emit_signal(None, PATH, "org.freedesktop.portal.Settings", "SettingChanged",
-                             GLib.Variant("(ssv)", (self.SPACE, self.KEY, value)))
+                             GLib.Variant("(ssv)", change))
 
 
 class StillDesktop(Portal):
