@@ -18,6 +18,7 @@ TAB_ORDER = [
     (Role.CHECK_BOX, "Everyone pays the tip"),
     (Role.CHECK_BOX, "Round up tip"),
     (Role.CHECK_BOX, "Round up share"),
+    (Role.PUSH_BUTTON, "Settings"),
     (Role.PUSH_BUTTON, "Clear"),
     (Role.PUSH_BUTTON, "Copy"),
     (Role.PUSH_BUTTON, "Share"),
