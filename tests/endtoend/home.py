@@ -87,17 +87,26 @@ class Home:
 
     def preferences(self):
         """All that the preferences file holds, by key; empty before there is one."""
-        parser = _make_parser()
-        parser.read(self._preferences_file, encoding="utf-8")
-        return dict(parser["General"]) if "General" in parser else {}
+        return _read(self._preferences_file)
+
+    def cloud_values(self):
+        """The small values that the program shares with the user's other devices, by key."""
+        return _read(self._folder / "data" / "Morrowick" / "Vexilo" / "cloud-values.ini")
 
     def write_preferences(self, **values):
-        """Stores preferences: those of a first run, with these in their place."""
+        """Stores preferences: those of a first run, with these in their place (None: without)."""
+        stored = FIRST_RUN_PREFERENCES | MARKER | values
         parser = _make_parser()
-        parser["General"] = FIRST_RUN_PREFERENCES | MARKER | values
+        parser["General"] = {key: value for key, value in stored.items() if value is not None}
         self._preferences_file.parent.mkdir(parents=True, exist_ok=True)
         with open(self._preferences_file, "w", encoding="utf-8") as file:
             parser.write(file, space_around_delimiters=False)
+
+
+def _read(file):
+    parser = _make_parser()
+    parser.read(file, encoding="utf-8")
+    return dict(parser["General"]) if "General" in parser else {}
 
 
 def _make_parser():

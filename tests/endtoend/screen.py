@@ -31,6 +31,19 @@ def release_pointer():
     _run("xdotool", "mouseup", "1")
 
 
+def turn_wheel_up(x, y, notches=1):
+    _turn_wheel(x, y, "4", notches)
+
+
+def turn_wheel_down(x, y, notches=1):
+    _turn_wheel(x, y, "5", notches)
+
+
+def _turn_wheel(x, y, button, notches):
+    _run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(notches), "--delay",
+         "10", button)
+
+
 def activate(window):
     """Gives a window the keyboard, as a click on it would."""
     _run("xdotool", "windowactivate", "--sync", window)
@@ -61,10 +74,18 @@ def resize(window, width, height):
 
 def colour_at(x, y):
     """The colour of one pixel of the screen, as "#RRGGBB"."""
-    picture = subprocess.run(
-        ["import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"],
-        check=True, capture_output=True).stdout
-    return "#" + picture[:3].hex().upper()
+    return "#" + _picture(1, 1, x, y)[:3].hex().upper()
+
+
+def picture_of(window):
+    """What the screen shows where the window is, for a comparison."""
+    return _picture(*size_of(window), *origin_of(window))
+
+
+def _picture(width, height, x, y):
+    return subprocess.run(
+        ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth",
+         "8", "rgb:-"], check=True, capture_output=True).stdout
 
 
 def origin_of(window):

@@ -62,6 +62,21 @@ def set_text(node, text):
         raise AssertionError(f"The text of {describe_node(node)} cannot be set")
 
 
+def value_of(node):
+    return Atspi.Value.get_current_value(node)
+
+
+def range_of(node):
+    """The least and the greatest value that a slider takes."""
+    return Atspi.Value.get_minimum_value(node), Atspi.Value.get_maximum_value(node)
+
+
+def set_value(node, value):
+    """Moves a slider from outside, as a screen reader does."""
+    if not Atspi.Value.set_current_value(node, value):
+        raise AssertionError(f"The value of {describe_node(node)} cannot be set")
+
+
 def has(node, state):
     states = _answer(node.get_state_set, None)
     return states is not None and states.contains(state)
