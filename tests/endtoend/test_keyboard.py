@@ -3,6 +3,7 @@
 import screen
 import tree
 from case import EndToEndTest
+from settings_sheet import CLOUD, CURRENCY, EXCELLENT, GOOD, HIGHLIGHT, SYSTEM, SettingsTest
 from tree import Role
 
 BILL = (Role.TEXT, "Bill to Split")
@@ -24,6 +25,16 @@ TAB_ORDER = [
     (Role.PUSH_BUTTON, "Share"),
     (Role.PUSH_BUTTON, "History"),
     (Role.PUSH_BUTTON, "Save"),
+]
+SETTINGS_TAB_ORDER = [
+    (Role.PUSH_BUTTON, "Done"),
+    (Role.CHECK_BOX, CLOUD),
+    (Role.CHECK_BOX, CURRENCY),
+    (Role.CHECK_BOX, HIGHLIGHT),
+    (Role.SLIDER, GOOD),
+    (Role.SLIDER, EXCELLENT),
+    (Role.RADIO_BUTTON, SYSTEM),
+    (Role.PUSH_BUTTON, "Help"),
 ]
 
 
@@ -117,3 +128,15 @@ class Keyboard(EndToEndTest):
     def go_to(self, target):
         tree.focus(self.vexilo.expect(*target))
         self.vexilo.expect_focus(*target)
+
+
+class SettingsKeyboard(SettingsTest):
+    def test_the_tab_key_goes_round_the_settings_both_ways(self):
+        self.open()
+
+        for expected in [*SETTINGS_TAB_ORDER[1:], SETTINGS_TAB_ORDER[0]]:
+            screen.press_keys("Tab")
+            self.sheet.expect_focus(*expected)
+        for expected in reversed(SETTINGS_TAB_ORDER):
+            screen.press_keys("shift+Tab")
+            self.sheet.expect_focus(*expected)
