@@ -7,6 +7,7 @@ NAMED = {Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX, Role.MENU_ITEM, Ro
          Role.LABEL, Role.HEADING, Role.DIALOG, Role.SLIDER, Role.NOTIFICATION, Role.LIST,
          Role.LIST_ITEM}
 PRESSED = {Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX, Role.MENU_ITEM, Role.LIST_ITEM}
+REACHED = PRESSED | {Role.SLIDER}
 
 
 class AccessibleWalk:
@@ -17,9 +18,9 @@ class AccessibleWalk:
                           if tree.role_of(node) in NAMED and not tree.name_of(node).strip()], [])
 
     def assert_focusable(self, nodes):
-        pressed = [node for node in nodes if tree.role_of(node) in PRESSED]
-        self.assertTrue(pressed)
-        self.assertEqual([tree.describe_node(node) for node in pressed
+        reached = [node for node in nodes if tree.role_of(node) in REACHED]
+        self.assertTrue(reached)
+        self.assertEqual([tree.describe_node(node) for node in reached
                           if not tree.has(node, State.FOCUSABLE)], [])
 
     def assert_fields_take_text(self, vexilo, nodes):
@@ -28,3 +29,14 @@ class AccessibleWalk:
         for field in fields:
             tree.set_text(field, "7")
             vexilo.until(lambda node=field: tree.text_of(node) == "7", "the text is taken")
+
+    def assert_sliders_take_values(self, vexilo, nodes):
+        sliders = [node for node in nodes if tree.role_of(node) == Role.SLIDER]
+        self.assertTrue(sliders)
+        for slider in sliders:
+            least, greatest = tree.range_of(slider)
+            self.assertLess(least, greatest)
+            for value in (greatest, least):
+                tree.set_value(slider, value)
+                vexilo.until(lambda node=slider, shall=value: tree.value_of(node) == shall,
+                             "the value is taken")

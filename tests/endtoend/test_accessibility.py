@@ -1,14 +1,19 @@
 """A walk over all that assistive software meets: everything is named, and pressing works."""
 
+import re
+
 import screen
 import tree
 from accessible_walk import PRESSED, AccessibleWalk
 from case import EndToEndTest
 from portal import EmailPortal
+from settings_sheet import (CLOUD, COPYRIGHT, CURRENCY, DARK, EXCELLENT, GOOD, HIGHLIGHT, LIGHT,
+                            SHEET, SYSTEM, SettingsTest)
 from tree import Role, State
 
 # What the contract promises on the calculator, in the order of the window.
 CALCULATOR = [
+    (Role.PUSH_BUTTON, "Settings"),
     (Role.PUSH_BUTTON, "Clear"),
     (Role.PUSH_BUTTON, "Copy"),
     (Role.PUSH_BUTTON, "Share"),
@@ -29,6 +34,36 @@ CALCULATOR = [
     (Role.CHECK_BOX, "Round up tip"),
     (Role.CHECK_BOX, "Round up share"),
 ]
+SPECIFY = "Specify what percentage of the bill the tip should be for {} service."
+VERSION = "Version 1.2.3"  # of whatever numbers
+SETTINGS = [
+    (Role.DIALOG, SHEET),
+    (Role.HEADING, SHEET),
+    (Role.PUSH_BUTTON, "Done"),
+    (Role.HEADING, "GENERAL"),
+    (Role.CHECK_BOX, CLOUD),
+    (Role.CHECK_BOX, CURRENCY),
+    (Role.CHECK_BOX, HIGHLIGHT),
+    (Role.HEADING, "GOOD SERVICE"),
+    (Role.SLIDER, GOOD),
+    (Role.LABEL, "5"),
+    (Role.LABEL, SPECIFY.format("a good")),
+    (Role.HEADING, "EXCELLENT SERVICE"),
+    (Role.SLIDER, EXCELLENT),
+    (Role.LABEL, "10"),
+    (Role.LABEL, SPECIFY.format("an excellent")),
+    (Role.HEADING, "THEME"),
+    (Role.PANEL, "Theme"),
+    (Role.RADIO_BUTTON, SYSTEM),
+    (Role.RADIO_BUTTON, DARK),
+    (Role.RADIO_BUTTON, LIGHT),
+    (Role.HEADING, "ABOUT"),
+    (Role.LABEL, COPYRIGHT),
+    (Role.LABEL, VERSION),
+    (Role.PUSH_BUTTON, "Help"),
+]
+# So high that nothing of the settings is out of sight.
+HIGH_WINDOW = (540, 1040)
 
 
 class AccessibleTree(AccessibleWalk, EndToEndTest):
@@ -127,3 +162,41 @@ class AccessibleTree(AccessibleWalk, EndToEndTest):
             if vexilo.find(role):
                 screen.press_keys("Escape")
                 vexilo.expect_none(role)
+
+
+class AccessibleSettings(AccessibleWalk, SettingsTest):
+    def setUp(self):
+        super().setUp()
+        self.start(environment={"BROWSER": str(self.home.add_recorder("browser"))})
+        screen.resize(self.vexilo.window, *HIGH_WINDOW)
+        self.sheet.open()
+        self.sheet.expect(Role.PUSH_BUTTON, "Help")
+
+    def test_the_sheet_is_what_the_contract_promises_and_all_of_it_can_be_reached(self):
+        met = [(tree.role_of(node), re.sub(r"^Version \d+(\.\d+)+$", VERSION, tree.name_of(node)))
+               for node in self.sheet.nodes()]
+
+        self.assertEqual(met, SETTINGS)
+        self.assert_named(self.sheet.nodes())
+        self.assert_focusable(self.sheet.nodes())
+        self.assert_sliders_take_values(self.vexilo, self.sheet.nodes())
+
+    def test_pressing_anything_does_something(self):
+        pressable = [(tree.role_of(node), tree.name_of(node)) for node in self.sheet.nodes()
+                     if tree.role_of(node) in PRESSED]
+        self.assertGreater(len(pressable), 7)
+        self.sheet.choose_theme(DARK)  # so that going back to the first one is seen
+
+        for role, name in pressable:
+            with self.subTest(name):
+                before = self.seen()
+                tree.press(self.sheet.expect(role, name))
+                self.vexilo.until(lambda old=before: self.seen() != old,
+                                  f"pressing {name!r} is seen")
+                if name == "Done":
+                    self.sheet.expect_closed()
+                    self.sheet.open()
+
+    def seen(self):
+        """All that a press may change: the sheet, and the page that the browser opened."""
+        return (self.sheet.describe(), self.home.recorded_arguments("browser"))
