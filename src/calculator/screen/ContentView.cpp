@@ -251,14 +251,14 @@ void ContentView::fill(Item& item) const
 QColor ContentView::getLinearColor1() const
 {
     if (m_userSettings.highlightSums())
-        return panelPink();
+        return panelPink(contrastFrom(m_highContrast));
     return m_dark ? Qt::black : Qt::white;
 }
 
 QColor ContentView::getLinearColor2() const
 {
     if (m_userSettings.highlightSums())
-        return panelRed();
+        return panelRed(contrastFrom(m_highContrast));
     return m_dark ? Qt::black : Qt::white;
 }
 

@@ -41,6 +41,8 @@ class ContentView : public QObject {
 
     /// The window's colour scheme, from the view.
     Q_PROPERTY(bool dark MEMBER m_dark NOTIFY panelColorsChanged)
+    /// Whether the window is drawn in high contrast, from the view.
+    Q_PROPERTY(bool highContrast MEMBER m_highContrast NOTIFY panelColorsChanged)
 
     Q_PROPERTY(QColor linearColor1 READ getLinearColor1 NOTIFY panelColorsChanged)
     Q_PROPERTY(QColor linearColor2 READ getLinearColor2 NOTIFY panelColorsChanged)
@@ -191,6 +193,7 @@ private:
     bool m_refreshInfo = false;
     bool m_isTextFieldFocused = false; // held for the screen's interface
     bool m_dark = false;
+    bool m_highContrast = false;
     // Held for the screen's interface: every use of the count goes to the settings.
     [[maybe_unused]] qint64 m_people = minPeople;
 

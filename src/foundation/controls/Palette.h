@@ -3,9 +3,15 @@
 #include <QColor>
 
 enum class ColorScheme { Light, Dark };
+enum class Contrast { Normal, High };
+
+[[nodiscard]] constexpr Contrast contrastFrom(bool high)
+{
+    return high ? Contrast::High : Contrast::Normal;
+}
 
 /// The colours of the look. Every text colour keeps a contrast of at least 4.5 to 1 on the surfaces
-/// that it is drawn on.
+/// that it is drawn on; in high contrast of 7 to 1, and every line there one of 3 to 1.
 struct Palette {
     QColor page; ///< behind the cards
     QColor card;
@@ -14,8 +20,11 @@ struct Palette {
     QColor softText; ///< secondary texts
     QColor accentText; ///< buttons' texts and icons
     QColor controlFill; ///< fields, buttons, tracks
+    QColor controlBorder; ///< around fills; transparent where they stand out by themselves
     QColor knob; ///< what moves on a track, and the chosen segment
+    QColor knobIcon; ///< what stands on a knob
     QColor on; ///< switched on
+    QColor onBorder; ///< around what is switched on
     QColor focus; ///< around what has the keyboard; at least 3 to 1 on page and card
     QColor invalid; ///< around what is refused, and the remark why
     QColor pressed; ///< laid over a control that is pressed
@@ -23,8 +32,8 @@ struct Palette {
     QColor dim; ///< laid over the window behind a sheet or dialog
 };
 
-[[nodiscard]] const Palette& paletteFor(ColorScheme scheme);
+[[nodiscard]] const Palette& paletteFor(ColorScheme scheme, Contrast contrast = Contrast::Normal);
 
 /// The results panel's gradient; white text stands on both.
-[[nodiscard]] QColor panelPink();
-[[nodiscard]] QColor panelRed();
+[[nodiscard]] QColor panelPink(Contrast contrast = Contrast::Normal);
+[[nodiscard]] QColor panelRed(Contrast contrast = Contrast::Normal);

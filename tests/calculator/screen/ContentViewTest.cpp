@@ -332,26 +332,35 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("highlight");
         QTest::addColumn<bool>("dark");
+        QTest::addColumn<bool>("highContrast");
         QTest::addColumn<QColor>("top");
         QTest::addColumn<QColor>("bottom");
         QTest::addColumn<QColor>("text");
         const QColor white(Qt::white);
         const QColor black(Qt::black);
-        QTest::newRow("highlighted, light") << true << false << panelPink() << panelRed() << white;
-        QTest::newRow("highlighted, dark") << true << true << panelPink() << panelRed() << white;
-        QTest::newRow("plain, light") << false << false << white << white << black;
-        QTest::newRow("plain, dark") << false << true << black << black << white;
+        QTest::newRow("highlighted, light")
+            << true << false << false << panelPink() << panelRed() << white;
+        QTest::newRow("highlighted, dark")
+            << true << true << false << panelPink() << panelRed() << white;
+        QTest::newRow("highlighted, high contrast")
+            << true << false << true << panelPink(Contrast::High) << panelRed(Contrast::High)
+            << white;
+        QTest::newRow("plain, light") << false << false << false << white << white << black;
+        QTest::newRow("plain, dark") << false << true << false << black << black << white;
+        QTest::newRow("plain, high contrast") << false << true << true << black << black << white;
     }
 
     void thePanelsColours()
     {
         QFETCH(const bool, highlight);
         QFETCH(const bool, dark);
+        QFETCH(const bool, highContrast);
         QFETCH(const QColor, top);
         QFETCH(const QColor, bottom);
         QFETCH(const QColor, text);
         m_settings->setHighlightSums(highlight);
         m_view->setProperty("dark", dark);
+        m_view->setProperty("highContrast", highContrast);
 
         QCOMPARE(m_view->getLinearColor1(), top);
         QCOMPARE(m_view->getLinearColor2(), bottom);

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <array>
 #include <cmath>
 
 namespace {
@@ -27,50 +28,128 @@ double contrast(const QColor& one, const QColor& other)
 
 } // namespace
 
-Q_DECLARE_METATYPE(ColorScheme)
+namespace {
+
+struct Look {
+    const char* name;
+    ColorScheme scheme;
+    Contrast contrast;
+};
+
+constexpr std::array looks {
+    Look { "light", ColorScheme::Light, Contrast::Normal },
+    Look { "dark", ColorScheme::Dark, Contrast::Normal },
+    Look { "light, high contrast", ColorScheme::Light, Contrast::High },
+    Look { "dark, high contrast", ColorScheme::Dark, Contrast::High },
+};
+
+/// What is seen where a colour that lets some light through is laid over a ground.
+QColor laidOver(const QColor& ground, const QColor& veil)
+{
+    const auto mixed
+        = [&veil](float below, float above) { return below + (above - below) * veil.alphaF(); };
+    return QColor::fromRgbF(mixed(ground.redF(), veil.redF()),
+        mixed(ground.greenF(), veil.greenF()), mixed(ground.blueF(), veil.blueF()));
+}
+
+} // namespace
 
 class PaletteTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyTextHasAContrastOfAtLeastFourAndAHalf_data()
+    void everyTextStandsOutFromItsGround_data()
     {
         QTest::addColumn<QColor>("text");
         QTest::addColumn<QColor>("ground");
-        for (const ColorScheme scheme : { ColorScheme::Light, ColorScheme::Dark }) {
-            const Palette& palette = paletteFor(scheme);
-            const char* const name = scheme == ColorScheme::Light ? "light" : "dark";
+        QTest::addColumn<double>("least");
+        for (const Look& look : looks) {
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            const double least = look.contrast == Contrast::High ? 7.0 : 4.5;
             const std::pair<const char*, QColor> texts[] { { "text", palette.text },
                 { "soft text", palette.softText }, { "accent text", palette.accentText },
                 { "remark", palette.invalid } };
             const std::pair<const char*, QColor> grounds[] { { "page", palette.page },
                 { "card", palette.card }, { "control", palette.controlFill } };
             for (const auto& [textName, text] : texts) {
-                for (const auto& [groundName, ground] : grounds)
-                    QTest::addRow("%s: %s on %s", name, textName, groundName) << text << ground;
+                for (const auto& [groundName, ground] : grounds) {
+                    QTest::addRow("%s: %s on %s", look.name, textName, groundName)
+                        << text << ground << least;
+                }
             }
-            QTest::addRow("%s: selected text", name) << QColor(Qt::white) << palette.on;
+            const QColor white(Qt::white);
+            QTest::addRow("%s: selected text", look.name) << white << palette.on << least;
+            QTest::addRow("%s: icon on a knob", look.name)
+                << palette.knobIcon << palette.knob << least;
+            QTest::addRow("%s: panel, top", look.name)
+                << white << panelPink(look.contrast) << least;
+            QTest::addRow("%s: panel, bottom", look.name)
+                << white << panelRed(look.contrast) << least;
         }
-        QTest::newRow("panel, top") << QColor(Qt::white) << panelPink();
-        QTest::newRow("panel, bottom") << QColor(Qt::white) << panelRed();
     }
 
-    void everyTextHasAContrastOfAtLeastFourAndAHalf()
+    void everyTextStandsOutFromItsGround()
     {
         QFETCH(const QColor, text);
         QFETCH(const QColor, ground);
+        QFETCH(const double, least);
 
         const double ratio = contrast(text, ground);
 
-        QVERIFY2(ratio >= 4.5, qPrintable(QString::number(ratio)));
+        QVERIFY2(ratio >= least, qPrintable(QString::number(ratio)));
     }
 
-    void theFocusRingHasAContrastOfAtLeastThree()
+    void inHighContrastTextsStandOutFromWhatIsPointedAtAndPressedToo()
+    {
+        for (const Look& look : looks) {
+            if (look.contrast == Contrast::Normal)
+                continue;
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            for (const QColor& veil : { palette.hovered, palette.pressed }) {
+                const QColor ground = laidOver(palette.controlFill, veil);
+                for (const QColor& text : { palette.text, palette.softText, palette.accentText })
+                    QVERIFY2(contrast(text, ground) >= 7.0, qPrintable(ground.name()));
+            }
+        }
+    }
+
+    void theFocusRingStandsOut()
+    {
+        for (const Look& look : looks) {
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            const double least = look.contrast == Contrast::High ? 4.5 : 3.0;
+            QVERIFY2(contrast(palette.focus, palette.page) >= least, look.name);
+            QVERIFY2(contrast(palette.focus, palette.card) >= least, look.name);
+        }
+    }
+
+    void inHighContrastEveryEdgeStandsOut()
     {
         for (const ColorScheme scheme : { ColorScheme::Light, ColorScheme::Dark }) {
-            const Palette& palette = paletteFor(scheme);
-            QVERIFY(contrast(palette.focus, palette.page) >= 3.0);
-            QVERIFY(contrast(palette.focus, palette.card) >= 3.0);
+            const Palette& palette = paletteFor(scheme, Contrast::High);
+            for (const QColor& edge : { palette.line, palette.controlBorder, palette.onBorder }) {
+                QCOMPARE(edge.alpha(), 255);
+                for (const QColor& ground : { palette.page, palette.card, palette.controlFill })
+                    QVERIFY2(contrast(edge, ground) >= 3.0, qPrintable(edge.name()));
+            }
+        }
+    }
+
+    void inHighContrastTheGroundsAreBlackOrWhite()
+    {
+        for (const QColor& light : { paletteFor(ColorScheme::Light, Contrast::High).page,
+                 paletteFor(ColorScheme::Light, Contrast::High).card })
+            QCOMPARE(light, QColor(Qt::white));
+        for (const QColor& dark : { paletteFor(ColorScheme::Dark, Contrast::High).page,
+                 paletteFor(ColorScheme::Dark, Contrast::High).card })
+            QCOMPARE(dark, QColor(Qt::black));
+    }
+
+    void withoutHighContrastFillsHaveNoEdge()
+    {
+        for (const ColorScheme scheme : { ColorScheme::Light, ColorScheme::Dark }) {
+            QCOMPARE(paletteFor(scheme).controlBorder.alpha(), 0);
+            QCOMPARE(paletteFor(scheme).onBorder, paletteFor(scheme).on);
         }
     }
 
