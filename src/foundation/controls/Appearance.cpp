@@ -1,8 +1,11 @@
 #include "Appearance.h"
 
+#include "TextScale.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QScreen>
 
 namespace {
 
@@ -28,6 +31,11 @@ Appearance::Appearance()
     registry().append(this);
     qGuiApp->installEventFilter(this);
     connect(&m_wishes, &DesktopWishes::changed, this, &Appearance::update);
+    if (const QScreen* const screen = QGuiApplication::primaryScreen()) {
+        // Another device pixel ratio gives the screen another size in points.
+        connect(screen, &QScreen::geometryChanged, this, &Appearance::update);
+        connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Appearance::update);
+    }
     update();
 }
 
@@ -39,11 +47,6 @@ void Appearance::setOverrideStyle(InterfaceStyle style)
 {
     m_overrideStyle = style;
     update();
-}
-
-bool Appearance::known() const
-{
-    return m_wishes.known() || m_overrideStyle != InterfaceStyle::Unspecified;
 }
 
 bool Appearance::eventFilter(QObject* watched, QEvent* event)
@@ -66,5 +69,8 @@ void Appearance::update()
         m_colorScheme = m_wishes.colorScheme().value_or(schemeOfPalette());
         break;
     }
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    m_textScale = remainingTextScale(m_wishes.textScale(), QGuiApplication::platformName(),
+        screen ? screen->devicePixelRatio() : 1.0);
     Q_EMIT changed();
 }

@@ -27,15 +27,20 @@ public:
     /// The scheme to draw in.
     [[nodiscard]] ColorScheme colorScheme() const { return m_colorScheme; }
 
+    [[nodiscard]] Contrast contrast() const { return m_wishes.contrast(); }
+
+    /// How much larger than by nature texts are to be drawn.
+    [[nodiscard]] double textScale() const { return m_textScale; }
+
     [[nodiscard]] bool reducedMotion() const { return m_wishes.reducedMotion(); }
 
-    /// Whether the scheme is known: until the desktop has answered, only a forced one is.
-    [[nodiscard]] bool known() const;
+    /// Whether the desktop has answered: until then all but a forced scheme may yet change.
+    [[nodiscard]] bool known() const { return m_wishes.known(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// The scheme or the wish for less motion has changed, or has become known.
+    /// Something of the above has changed, or has become known.
     void changed();
 
 private:
@@ -44,4 +49,5 @@ private:
     DesktopWishes m_wishes;
     InterfaceStyle m_overrideStyle = InterfaceStyle::Unspecified;
     ColorScheme m_colorScheme = ColorScheme::Light;
+    double m_textScale = 1.0;
 };

@@ -1,11 +1,16 @@
 #include "DesktopWishes.h"
 
+#include "TextScale.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QVariantMap>
+
+#include <algorithm>
+#include <cmath>
 
 using PortalSettings = QMap<QString, QVariantMap>; // values by namespace and key
 Q_DECLARE_METATYPE(PortalSettings)
@@ -18,6 +23,7 @@ const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString gnomeAccessSpace = QStringLiteral("org.gnome.desktop.a11y.interface");
 
 /// The portal's numbers: 1 prefers dark, 2 prefers light, 0 and unknown ones neither.
 std::optional<ColorScheme> schemeFromPortal(const QVariant& value)
@@ -30,6 +36,16 @@ std::optional<ColorScheme> schemeFromPortal(const QVariant& value)
     default:
         return std::nullopt;
     }
+}
+
+/// A value that is no number says nothing.
+double textScaleFromPortal(const QVariant& value)
+{
+    bool isNumber = false;
+    const double scale = value.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(scale))
+        return 1.0;
+    return std::clamp(scale, leastTextScale, greatestTextScale);
 }
 
 } // namespace
@@ -48,12 +64,18 @@ DesktopWishes::DesktopWishes()
     readAll();
 }
 
+Contrast DesktopWishes::contrast() const
+{
+    return contrastFrom(
+        m_appearanceContrast == Contrast::High || m_gnomeContrast == Contrast::High);
+}
+
 void DesktopWishes::readAll()
 {
     qDBusRegisterMetaType<PortalSettings>();
     QDBusMessage call
         = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("ReadAll"));
-    call << QStringList { appearanceSpace, gnomeSpace };
+    call << QStringList { appearanceSpace, gnomeSpace, gnomeAccessSpace };
     auto* const watcher
         = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
@@ -83,6 +105,12 @@ bool DesktopWishes::take(const QString& space, const QString& key, const QVarian
         m_colorScheme = schemeFromPortal(value);
     else if (space == gnomeSpace && key == QLatin1String("enable-animations"))
         m_reducedMotion = !value.toBool();
+    else if (space == gnomeSpace && key == QLatin1String("text-scaling-factor"))
+        m_textScale = textScaleFromPortal(value);
+    else if (space == appearanceSpace && key == QLatin1String("contrast"))
+        m_appearanceContrast = contrastFrom(value.toUInt() == 1);
+    else if (space == gnomeAccessSpace && key == QLatin1String("high-contrast"))
+        m_gnomeContrast = contrastFrom(value.toBool());
     else
         return false;
     return true;

@@ -18,6 +18,12 @@ public:
     /// Nothing where the desktop prefers neither, says nothing, or has no portal.
     [[nodiscard]] std::optional<ColorScheme> colorScheme() const { return m_colorScheme; }
 
+    /// High where one of the two keys that say so asks for it.
+    [[nodiscard]] Contrast contrast() const;
+
+    /// How much larger than by nature texts should be; 1 where the desktop says nothing.
+    [[nodiscard]] double textScale() const { return m_textScale; }
+
     /// Whether things should not move about.
     [[nodiscard]] bool reducedMotion() const { return m_reducedMotion; }
 
@@ -36,6 +42,10 @@ private:
     bool take(const QString& space, const QString& key, const QVariant& value);
 
     std::optional<ColorScheme> m_colorScheme;
+    // Apart: a desktop may keep only one of the keys up to date.
+    Contrast m_appearanceContrast = Contrast::Normal;
+    Contrast m_gnomeContrast = Contrast::Normal;
+    double m_textScale = 1.0;
     bool m_reducedMotion = false;
     bool m_known = false;
 };
