@@ -7,7 +7,7 @@ Rectangle {
 
     property bool marked: false
 
-    border.color: mark.marked ? Theme.on : Theme.softText
+    border.color: mark.marked ? Theme.onBorder : Theme.softText
     border.width: 2
     color: mark.marked ? Theme.on : "transparent"
     height: 24

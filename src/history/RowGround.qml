@@ -19,6 +19,7 @@ Item {
         anchors.fill: parent
         anchors.bottomMargin: 4
         anchors.topMargin: 4
+        border.color: Theme.controlBorder
         color: Theme.controlFill
         radius: Theme.controlRadius - 2
         visible: ground.raised

@@ -19,6 +19,12 @@ FocusScope {
         value: Theme.dark
     }
 
+    Binding {
+        property: "highContrast"
+        target: screen.view
+        value: Theme.highContrast
+    }
+
     CalculatorToolBar {
         id: toolBar
 

@@ -11,7 +11,7 @@ GradientPanel {
 
     bottomColor: panel.view.linearColor2
     implicitHeight: column.implicitHeight + 2 * (Theme.lineSpace + 6)
-    outlineColor: panel.view.userSettings.highlightSums ? "transparent" : Theme.line
+    outlineColor: panel.view.userSettings.highlightSums ? Theme.controlBorder : Theme.line
     radius: 20
     topColor: panel.view.linearColor1
 

@@ -30,6 +30,7 @@ T.Button {
     opacity: button.enabled ? 1 : 0.4
 
     background: Rectangle {
+        border.color: button.fill.a > 0 ? Theme.controlBorder : "transparent"
         color: button.fill
         radius: button.radius
 

@@ -38,7 +38,7 @@ Item {
 
     Icon {
         anchors.centerIn: parent
-        color: segment.checked ? Theme.accentText : Theme.softText
+        color: segment.checked ? Theme.knobIcon : Theme.softText
         name: segment.icon
     }
 

@@ -31,6 +31,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
+        border.color: Theme.controlBorder
         color: Theme.controlFill
         radius: Theme.controlRadius
 

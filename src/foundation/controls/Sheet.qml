@@ -31,6 +31,7 @@ T.Dialog {
         color: Theme.dim
     }
     background: Rectangle {
+        border.color: Theme.controlBorder
         color: Theme.page
         radius: sheet.overshoot
     }

@@ -66,7 +66,7 @@ T.Switch {
     indicator: Rectangle {
         id: track
 
-        border.color: row.checked ? Theme.on : Theme.line
+        border.color: row.checked ? Theme.onBorder : Theme.line
         color: row.checked ? Theme.on : Theme.controlFill
         height: 30
         radius: height / 2
@@ -83,7 +83,7 @@ T.Switch {
         Rectangle {
             border.color: Theme.line
             border.width: row.checked ? 0 : 1
-            color: row.checked || !Theme.dark ? "white" : Theme.softText
+            color: row.checked || !(Theme.dark || Theme.highContrast) ? "white" : Theme.softText
             height: width
             radius: width / 2
             width: track.height - 6
