@@ -9,9 +9,13 @@ FocusScope {
 
     required property ContentView view
 
+    // What has the keyboard.
+    readonly property Item focusItem: screen.Window.activeFocusItem
+
     LayoutMirroring.childrenInherit: true
     LayoutMirroring.enabled: Theme.rightToLeft
     focus: true
+    onFocusItemChanged: if (scroller.interactive && scroller.holds(screen.focusItem)) scroller.show(screen.focusItem)
 
     Binding {
         property: "dark"
@@ -36,6 +40,17 @@ FocusScope {
 
     Flickable {
         id: scroller
+
+        function holds(item: Item): bool {
+            return item !== null && (item === column || scroller.holds(item.parent));
+        }
+
+        // Scrolls as little as brings an item of the column wholly into sight.
+        function show(item: Item) {
+            const top = item.mapToItem(column, 0, 0).y - Theme.lineSpace;
+            const bottom = top + item.height + 2 * Theme.lineSpace;
+            scroller.contentY = Math.max(0, Math.min(top, Math.max(scroller.contentY, bottom - scroller.height)));
+        }
 
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -68,6 +83,16 @@ FocusScope {
                 settings: screen.view.userSettings
             }
         }
+    }
+
+    // Most windows are high enough, and start without it.
+    Loader {
+        active: column.height > scroller.height
+        anchors.bottom: scroller.bottom
+        anchors.right: parent.right
+        anchors.top: scroller.top
+        source: "ContentScrollBar.qml"
+        onLoaded: (item as ContentScrollBar).scroller = scroller
     }
 
     CalculatorDialogs {
