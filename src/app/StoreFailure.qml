@@ -58,6 +58,7 @@ T.ApplicationWindow {
             }
 
             DialogButton {
+                Layout.fillHeight: false
                 Layout.fillWidth: false
                 Layout.alignment: Qt.AlignRight
                 Layout.preferredWidth: 120

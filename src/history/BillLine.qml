@@ -9,6 +9,7 @@ Item {
     required property string date
     // The room that dates get in every row, so that the amounts stand below each other.
     property real dateColumn: 0
+    readonly property real dateRoom: line.stacked ? 0 : dateText.width + Theme.lineSpace
     readonly property real dateWidth: dateText.implicitWidth
     // Whether the row stands on a darker ground, on which soft text is too soft.
     property bool emphasised: false
@@ -17,6 +18,8 @@ Item {
     property bool marked: false
     readonly property real markRoom: line.markable ? mark.width + Theme.lineSpace : 0
     required property string ref
+    // Whether the date stands below the description instead of at the end.
+    property bool stacked: false
 
     Loader {
         id: mark
@@ -37,33 +40,36 @@ Item {
         anchors.right: amountText.left
         anchors.rightMargin: Theme.lineSpace
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: line.stacked ? -dateText.implicitHeight / 2 : 0
         text: line.ref
     }
 
     FigureText {
         id: amountText
 
-        anchors.right: dateText.left
-        anchors.rightMargin: Theme.lineSpace
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: line.stacked ? line.right : dateText.left
+        anchors.rightMargin: line.stacked ? 0 : Theme.lineSpace
+        anchors.verticalCenter: refText.verticalCenter
         color: Theme.text
         font.bold: true
         font.pixelSize: Theme.fontSize1
         mirrored: Theme.rightToLeft
         text: line.amount
         // Short descriptions leave their room to long amounts.
-        width: Math.min(implicitWidth, Math.max(line.width * 0.35, line.width - line.markRoom - refText.implicitWidth - dateText.width - 2 * Theme.lineSpace))
+        width: Math.min(implicitWidth, Math.max(line.width * 0.35, line.width - line.markRoom - refText.implicitWidth - line.dateRoom - Theme.lineSpace))
     }
 
     BodyText {
         id: dateText
 
         anchors.right: parent.right
+        anchors.rightMargin: line.stacked ? line.width - line.markRoom - dateText.width : 0
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: line.stacked ? refText.implicitHeight / 2 : 0
         color: line.emphasised ? Theme.text : Theme.softText
-        font.pixelSize: 16
-        horizontalAlignment: Text.AlignRight
+        font.pixelSize: Theme.smallFontSize + 2
+        horizontalAlignment: line.stacked ? Text.AlignLeft : Text.AlignRight
         text: line.date
-        width: Math.max(implicitWidth, line.dateColumn)
+        width: line.stacked ? implicitWidth : Math.max(implicitWidth, line.dateColumn)
     }
 }

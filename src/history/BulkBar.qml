@@ -4,12 +4,19 @@ import Vexilo.Controls
 import Vexilo.History
 
 // What concerns every row: which amount they show, and the bulk deletions.
-RowLayout {
+GridLayout {
     id: bar
 
+    // Whether the buttons stand below each other, for want of room beside each other.
+    readonly property bool stacked: columnButton.implicitWidth + oldButton.implicitWidth + allButton.implicitWidth > bar.width
     required property HistoryView view
 
-    spacing: 0
+    // Its page's width, whatever the buttons have or need.
+    Layout.maximumWidth: Infinity
+    Layout.minimumWidth: 0
+    columnSpacing: 0
+    columns: bar.stacked ? 1 : 5
+    rowSpacing: 0
 
     ButtonBase {
         id: columnButton
@@ -45,9 +52,12 @@ RowLayout {
 
     Item {
         Layout.fillWidth: true
+        visible: !bar.stacked
     }
 
     IconTextButton {
+        id: oldButton
+
         iconName: "calendar.badge.clock"
         text: qsTr("Delete old")
         onClicked: bar.view.promptToDeleteOld = true
@@ -55,9 +65,12 @@ RowLayout {
 
     Item {
         Layout.fillWidth: true
+        visible: !bar.stacked
     }
 
     IconTextButton {
+        id: allButton
+
         iconName: "trash"
         text: qsTr("Delete all")
         onClicked: bar.view.promptToDelete = true

@@ -9,7 +9,7 @@ Sheet {
 
     readonly property bool hasDetail: (sheet.view?.detail ?? null) !== null
     property HistoryView view
-    readonly property bool wide: sheet.availableWidth >= 720
+    readonly property bool wide: sheet.availableWidth >= 40 * Theme.fontSize1
 
     title: qsTr("Saved Bills")
     onAboutToShow: listPage.forceActiveFocus(Qt.TabFocusReason)

@@ -21,6 +21,7 @@ FocusScope {
         SheetHeader {
             Layout.fillWidth: true
             title: qsTr("Saved Bills")
+            titleIsWhole: true
 
             PushButton {
                 contentColor: "white"

@@ -12,12 +12,14 @@ T.ItemDelegate {
     required property string date
     property alias dateColumn: line.dateColumn
     readonly property alias dateWidth: line.dateWidth
-    readonly property real deleteWidth: 2 * Theme.rowHeight + 2 * Theme.lineSpace
+    readonly property real deleteWidth: Math.max(2 * Theme.rowHeight + 2 * Theme.lineSpace, 6 * Theme.fontSize1)
     required property int index
     readonly property bool isEditing: row.view?.isEditing ?? false
     property bool last: false
     required property bool marked
     required property string ref
+    // Whether the day stands below the description.
+    property bool stacked: false
     // Whether this row, or some row of the list, stands aside with its delete button uncovered.
     property bool someSwiped: false
     property bool swiped: false
@@ -98,6 +100,7 @@ T.ItemDelegate {
             marked: row.marked
             markable: row.isEditing
             ref: row.ref
+            stacked: row.stacked
             width: parent.width
             x: Theme.rightToLeft ? row.aside : -row.aside
         }

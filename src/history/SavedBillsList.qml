@@ -12,6 +12,10 @@ ListView {
 
     // The widest date seen so far, in points.
     property real dateColumn: 0
+    // The size of text that it was seen in.
+    property real dateSize: 0
+    // Whether the rows have two lines, for want of room in one.
+    readonly property bool stacked: list.width < 21 * Theme.fontSize1
     // The row that was swiped aside; -1 while there is none.
     property int swipedRow: -1
     required property HistoryView view
@@ -21,6 +25,13 @@ ListView {
         list.currentIndex = Math.max(0, Math.min(row, list.count - 1));
         // It may be current already, and out of sight.
         list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+    }
+
+    function makeRoomFor(dateWidth: real) {
+        if (list.dateSize !== Theme.smallFontSize)
+            list.dateColumn = 0;
+        list.dateSize = Theme.smallFontSize;
+        list.dateColumn = Math.max(list.dateColumn, dateWidth);
     }
 
     Accessible.name: qsTr("Saved Bills")
@@ -76,10 +87,11 @@ ListView {
         dateColumn: list.dateColumn
         last: row.index === list.count - 1
         someSwiped: list.swipedRow >= 0
+        stacked: list.stacked
         swiped: row.index >= 0 && list.swipedRow === row.index
         view: list.view
         width: list.width
-        onDateWidthChanged: list.dateColumn = Math.max(list.dateColumn, row.dateWidth)
+        onDateWidthChanged: list.makeRoomFor(row.dateWidth)
         onPressed: list.currentIndex = row.index
         onSwipedAside: aside => list.swipedRow = aside ? row.index : -1
     }

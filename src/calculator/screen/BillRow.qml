@@ -11,6 +11,8 @@ FocusScope {
     required property ContentView view
     // What the label and the symbol leave for a long amount.
     readonly property real roomForField: grid.width - label.implicitWidth - symbol.implicitWidth - 3 * Theme.lineSpace
+    // Whether the label stands above the field, for want of room beside it.
+    readonly property bool stacked: label.implicitWidth + field.implicitWidth + (symbol.visible ? symbol.implicitWidth + 2 * Theme.lineSpace : Theme.lineSpace) > grid.width
 
     implicitHeight: grid.implicitHeight + 2 * (Theme.lineSpace + 3)
 
@@ -32,15 +34,19 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 4
 
-        RowLayout {
-            spacing: Theme.lineSpace
+        GridLayout {
+            columnSpacing: Theme.lineSpace
+            columns: row.stacked ? 2 : 3
+            rowSpacing: 4
 
             BodyText {
                 id: label
 
+                Layout.columnSpan: row.stacked ? 2 : 1
                 Layout.fillWidth: true
                 font.pixelSize: Theme.fontSize3 + 2
                 text: qsTr("Bill to Split")
+                wrapMode: row.stacked ? Text.Wrap : Text.NoWrap
             }
 
             BodyText {
@@ -57,6 +63,8 @@ FocusScope {
                 id: field
 
                 Component.onCompleted: text = row.view.billText
+                Layout.columnSpan: row.stacked && !symbol.visible ? 2 : 1
+                Layout.fillWidth: row.stacked
                 Layout.preferredWidth: Math.max(implicitWidth, Math.min(row.roomForField, contentWidth + 5 * Theme.lineSpace))
                 focus: true
                 invalid: row.view.billNotice !== ""

@@ -23,6 +23,8 @@ Item {
             Layout.fillWidth: true
             font.bold: true
             font.pixelSize: Theme.fontSize3
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 12
             text: bar.view.global.appName
         }
 

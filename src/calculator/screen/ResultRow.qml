@@ -8,22 +8,31 @@ Item {
     required property string amount
     property real amountSize: Theme.fontSize3
     required property color color
+    // Whether the label has no room for a word of common length beside the amount.
+    readonly property bool cramped: row.width - row.roomBeside - row.roomForIcons < 4.5 * row.labelSize
     required property string iconName
     required property string label
     property real labelSize: Theme.fontSize1
+    // What an amount beside the label takes.
+    readonly property real roomBeside: Math.min(amountText.implicitWidth, row.width * 0.6)
+    readonly property real roomForIcons: icon.width + Theme.lineSpace + 4 + (row.roundedUp ? roundedUpIcon.width + Theme.lineSpace : 0)
     property bool roundedUp: false
+    // Whether the amount stands below the label instead of beside it.
+    property bool stacked: false
 
     Accessible.name: row.label + " " + row.amount
     Accessible.role: Accessible.StaticText
-    implicitHeight: Math.max(labelText.implicitHeight, amountText.implicitHeight) + 3 * Theme.lineSpace
+    implicitHeight: (row.stacked ? labelText.implicitHeight + amountText.implicitHeight : Math.max(labelText.implicitHeight, amountText.implicitHeight)) + 3 * Theme.lineSpace
 
     Icon {
         id: icon
 
         anchors.left: parent.left
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: labelText.verticalCenter
         color: row.color
+        height: Theme.iconSize
         name: row.iconName
+        width: Theme.iconSize
     }
 
     BodyText {
@@ -31,8 +40,9 @@ Item {
 
         anchors.left: icon.right
         anchors.leftMargin: Theme.lineSpace + 4
-        anchors.right: roundedUpIcon.left
+        anchors.right: row.stacked ? parent.right : roundedUpIcon.left
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: row.stacked ? -amountText.implicitHeight / 2 : 0
         color: row.color
         font.pixelSize: row.labelSize
         text: row.label
@@ -44,12 +54,12 @@ Item {
 
         anchors.right: amountText.left
         anchors.rightMargin: Theme.lineSpace
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: amountText.verticalCenter
         color: row.color
-        height: 20
+        height: Theme.iconSize - 2
         name: "arrow.up.circle"
         visible: row.roundedUp
-        width: 20
+        width: Theme.iconSize - 2
     }
 
     FigureText {
@@ -57,11 +67,12 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: row.stacked ? labelText.implicitHeight / 2 : 0
         color: row.color
         font.bold: true
         font.pixelSize: row.amountSize
         mirrored: Theme.rightToLeft
         text: row.amount
-        width: Math.min(implicitWidth, row.width * 0.6)
+        width: row.stacked ? Math.min(implicitWidth, row.width - row.roomForIcons) : row.roomBeside
     }
 }

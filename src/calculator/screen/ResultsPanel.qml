@@ -7,6 +7,8 @@ import Vexilo.Controls
 GradientPanel {
     id: panel
 
+    // One row that needs two lines gives all of them two.
+    readonly property bool stacked: total.cramped || tip.cramped || share.cramped
     required property ContentView view
 
     bottomColor: panel.view.linearColor2
@@ -26,6 +28,8 @@ GradientPanel {
         spacing: 0
 
         ResultRow {
+            id: total
+
             Layout.fillWidth: true
             amount: panel.view.totalText
             amountSize: Theme.fontSize3 + 2
@@ -33,24 +37,31 @@ GradientPanel {
             iconName: "creditcard"
             label: qsTr("TOTAL")
             labelSize: Theme.fontSize3
+            stacked: panel.stacked
         }
 
         ResultRow {
+            id: tip
+
             Layout.fillWidth: true
             amount: panel.view.tipText
             color: panel.view.foregroundColor
             iconName: "gift.fill"
             label: panel.view.tipLabel
             roundedUp: panel.view.userSettings.roundTip
+            stacked: panel.stacked
         }
 
         ResultRow {
+            id: share
+
             Layout.fillWidth: true
             amount: panel.view.shareText
             color: panel.view.foregroundColor
             iconName: "person.fill"
             label: qsTr("Share per person")
             roundedUp: panel.view.userSettings.roundShare
+            stacked: panel.stacked
         }
 
         Notice {

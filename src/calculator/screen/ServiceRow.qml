@@ -16,6 +16,7 @@ GridLayout {
     BodyText {
         Layout.fillWidth: true
         Layout.leftMargin: Theme.rowPadding
+        Layout.minimumWidth: Math.ceil(implicitWidth)
         Layout.topMargin: Theme.lineSpace + 3
         font.pixelSize: Theme.fontSize3
         text: qsTr("Service")
@@ -23,6 +24,9 @@ GridLayout {
 
     SegmentedPicker {
         Layout.fillHeight: true
+        Layout.fillWidth: true
+        Layout.maximumWidth: implicitWidth
+        Layout.minimumWidth: 3 * Theme.rowHeight
         Layout.rightMargin: Theme.rowPadding - 5
         Layout.topMargin: Theme.lineSpace + 3
         currentIndex: row.view.serviceSegment
@@ -48,10 +52,14 @@ GridLayout {
         Layout.alignment: Qt.AlignRight
         Layout.bottomMargin: Theme.lineSpace + 3
         Layout.columnSpan: 2
+        Layout.leftMargin: Theme.rowPadding
+        Layout.maximumWidth: row.width - 2 * Theme.rowPadding
         Layout.rightMargin: Theme.rowPadding
         color: Theme.softText
         font.italic: true
         font.pixelSize: Theme.fontSize1
+        horizontalAlignment: lineCount > 1 ? Text.AlignRight : Text.AlignLeft
         text: row.view.serviceText
+        wrapMode: Text.Wrap
     }
 }

@@ -18,6 +18,6 @@ FieldBase {
     horizontalAlignment: TextInput.AlignRight
     inputMethodHints: Qt.ImhFormattedNumbersOnly
     leftPadding: Theme.lineSpace * 2
-    radius: 30
+    radius: Math.max(30, height / 2)
     rightPadding: Theme.lineSpace * 2
 }

@@ -6,8 +6,15 @@ import Vexilo.Controls
 T.Menu {
     id: menu
 
+    function widestItem(): real {
+        let width = 0;
+        for (let i = 0; i < menu.count; ++i)
+            width = Math.max(width, menu.itemAt(i).implicitWidth);
+        return width;
+    }
+
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: Math.max(200, contentItem.childrenRect.width + leftPadding + rightPadding)
+    implicitWidth: Math.max(200, menu.widestItem() + leftPadding + rightPadding)
     margins: 4
     padding: 6
 

@@ -35,6 +35,8 @@ T.MenuItem {
         spacing: Theme.lineSpace
 
         Icon {
+            Layout.preferredHeight: Theme.iconSize
+            Layout.preferredWidth: Theme.iconSize
             color: Theme.accentText
             name: item.iconName
         }

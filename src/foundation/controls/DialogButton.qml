@@ -2,16 +2,20 @@ import QtQuick
 import QtQuick.Layouts
 import Vexilo.Controls
 
-// A button of a dialog. The buttons of a dialog share its width.
+// A button of a dialog. The buttons of a dialog share its width, and are as high as the highest.
 PushButton {
     property bool destructive: false
     // Whether this is what the dialog suggests to do.
     property bool preferred: false
 
+    Layout.fillHeight: true
     Layout.fillWidth: true
     Layout.preferredWidth: 1
     contentColor: destructive ? "white" : Theme.accentText
     fill: destructive ? Theme.on : Theme.controlFill
     font.bold: preferred || destructive
     font.pixelSize: Theme.bodyFontSize + 1
+    leftPadding: 6
+    rightPadding: 6
+    wraps: true
 }

@@ -19,7 +19,7 @@ T.Dialog {
     dim: true
     focus: true
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: Math.min(380, (T.Overlay.overlay?.width ?? 380) - 2 * Theme.margin)
+    implicitWidth: Math.min(Theme.dialogWidth, (T.Overlay.overlay?.width ?? Theme.dialogWidth) - 2 * Theme.margin)
     modal: true
     padding: Theme.margin
     onAboutToShow: dialog.initialFocus.forceActiveFocus(Qt.TabFocusReason)

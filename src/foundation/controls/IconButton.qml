@@ -18,8 +18,10 @@ ButtonBase {
 
             anchors.centerIn: parent
             color: button.contentColor
+            height: Theme.iconSize
             mirrored: button.directional && Theme.rightToLeft
             name: button.iconName
+            width: Theme.iconSize
         }
     }
 }

@@ -17,7 +17,9 @@ ButtonBase {
         Icon {
             anchors.verticalCenter: parent.verticalCenter
             color: button.contentColor
+            height: Theme.iconSize
             name: button.iconName
+            width: Theme.iconSize
         }
 
         BodyText {

@@ -5,6 +5,9 @@ import Vexilo.Controls
 ButtonBase {
     id: button
 
+    // Whether a text that is wider than the button takes more lines.
+    property bool wraps: false
+
     font.pixelSize: Theme.bodyFontSize
     leftPadding: Theme.lineSpace + 2
     rightPadding: Theme.lineSpace + 2
@@ -14,5 +17,6 @@ ButtonBase {
         font: button.font
         horizontalAlignment: Text.AlignHCenter
         text: button.text
+        wrapMode: button.wraps ? Text.Wrap : Text.NoWrap
     }
 }

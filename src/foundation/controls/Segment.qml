@@ -39,7 +39,9 @@ Item {
     Icon {
         anchors.centerIn: parent
         color: segment.checked ? Theme.knobIcon : Theme.softText
+        height: Theme.iconSize
         name: segment.icon
+        width: Theme.iconSize
     }
 
     HoverHandler {
