@@ -88,6 +88,12 @@ def _picture(width, height, x, y):
          "8", "rgb:-"], check=True, capture_output=True).stdout
 
 
+def picture_of(window):
+    """All pixels of a window, as bytes of red, green and blue."""
+    return subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"],
+                          check=True, capture_output=True).stdout
+
+
 def origin_of(window):
     """The place of the window's upper left corner on the screen, in pixels."""
     geometry = _geometry_of(window)
