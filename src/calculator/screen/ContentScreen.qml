@@ -9,13 +9,9 @@ FocusScope {
 
     required property ContentView view
 
-    // What has the keyboard.
-    readonly property Item focusItem: screen.Window.activeFocusItem
-
     LayoutMirroring.childrenInherit: true
     LayoutMirroring.enabled: Theme.rightToLeft
     focus: true
-    onFocusItemChanged: if (scroller.interactive && scroller.holds(screen.focusItem)) scroller.show(screen.focusItem)
 
     Binding {
         property: "dark"
@@ -41,17 +37,6 @@ FocusScope {
     Flickable {
         id: scroller
 
-        function holds(item: Item): bool {
-            return item !== null && (item === column || scroller.holds(item.parent));
-        }
-
-        // Scrolls as little as brings an item of the column wholly into sight.
-        function show(item: Item) {
-            const top = item.mapToItem(column, 0, 0).y - Theme.lineSpace;
-            const bottom = top + item.height + 2 * Theme.lineSpace;
-            scroller.contentY = Math.max(0, Math.min(top, Math.max(scroller.contentY, bottom - scroller.height)));
-        }
-
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
@@ -60,6 +45,10 @@ FocusScope {
         clip: contentHeight > height
         contentHeight: column.height + Theme.margin
         interactive: contentHeight > height
+
+        FocusReveal {
+            flickable: scroller
+        }
 
         ColumnLayout {
             id: column

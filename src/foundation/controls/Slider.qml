@@ -67,6 +67,7 @@ T.Slider {
     }
 
     background: Rectangle {
+        border.color: Theme.controlBorder
         color: Theme.controlFill
         height: 6
         radius: height / 2

@@ -20,6 +20,7 @@ Sheet {
         anchors.right: parent.right
         anchors.top: parent.top
         title: sheet.title
+        titleIsWhole: true
 
         PushButton {
             id: done
