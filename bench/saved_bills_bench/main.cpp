@@ -90,7 +90,7 @@ void measureSheet(XServer& server, const Arguments& arguments, const std::string
     std::vector<double> atRest;
     SheetTimes first;
     for (int opening = 0; opening < openings; ++opening) {
-        const SheetTimes times = openSheet(server, window, keyboard);
+        const SheetTimes times = openSheet(server, window, keyboard, 'h');
         if (opening == 0)
             first = times;
         firstRows.push_back(times.firstRows);

@@ -11,6 +11,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -20,20 +21,22 @@ constexpr int secondsToEnd = 5;
 
 std::filesystem::path folderOf(pid_t id) { return "/proc/" + std::to_string(id); }
 
-pid_t spawn(const std::string& program, const std::filesystem::path& log)
+pid_t spawn(std::vector<std::string> command, const std::filesystem::path& log)
 {
     posix_spawn_file_actions_t files;
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_addopen(
         &files, STDOUT_FILENO, log.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
     posix_spawn_file_actions_adddup2(&files, STDOUT_FILENO, STDERR_FILENO);
-    std::string name = program;
-    char* const arguments[] = { name.data(), nullptr };
+    std::vector<char*> arguments(command.size() + 1); // the last one stays null
+    std::transform(command.begin(), command.end(), arguments.begin(),
+        [](std::string& argument) { return argument.data(); });
     pid_t id = 0;
-    const int failed = posix_spawnp(&id, program.c_str(), &files, nullptr, arguments, environ);
+    const int failed
+        = posix_spawnp(&id, arguments.front(), &files, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&files);
     if (failed)
-        throw MeasureError("Cannot start " + program);
+        throw MeasureError("Cannot start " + command.front());
     return id;
 }
 
@@ -84,9 +87,14 @@ std::int64_t pssOf(pid_t id)
 } // namespace
 
 Process::Process(const std::string& program, const std::filesystem::path& log)
-    : m_name(std::filesystem::path(program).filename())
+    : Process(std::vector { program }, log)
+{
+}
+
+Process::Process(const std::vector<std::string>& command, const std::filesystem::path& log)
+    : m_name(std::filesystem::path(command.front()).filename())
     , m_started(Clock::now())
-    , m_id(spawn(program, log))
+    , m_id(spawn(command, log))
     , m_descriptor(openDescriptor(m_id))
 {
 }

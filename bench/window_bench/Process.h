@@ -16,6 +16,9 @@ public:
     /// the log. Throws MeasureError where it cannot be started.
     Process(const std::string& program, const std::filesystem::path& log);
 
+    /// The same with arguments: the program's name comes first.
+    Process(const std::vector<std::string>& command, const std::filesystem::path& log);
+
     /// Ends the program and waits until it is gone: asked first, killed after five seconds.
     ~Process();
 

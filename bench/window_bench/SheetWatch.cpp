@@ -18,7 +18,7 @@ constexpr std::uint32_t page = 0xf6f4f2;
 constexpr std::uint32_t card = 0xffffff;
 constexpr std::uint32_t text = 0x1b1a19;
 
-// Where the rows' descriptions begin, seen from the window's left edge.
+// Where the rows' texts begin, seen from the window's left edge.
 constexpr std::int16_t left = 44;
 constexpr std::uint16_t width = 60;
 constexpr std::size_t cardBorder = 6;
@@ -56,17 +56,17 @@ Clock::time_point rest(WindowWatch& window, Clock::time_point last)
 
 } // namespace
 
-SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard)
+SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut)
 {
     window.drain();
     const auto pressed = Clock::now();
-    keyboard.press({ keyControl, 'h' });
+    keyboard.press({ keyControl, static_cast<xcb_keysym_t>(shortcut) });
     while (const auto painted = window.nextDamage(pressed + limit)) {
         if (showsRows(server, window.area()))
             return { .firstRows = since(pressed, *painted),
                 .atRest = since(pressed, rest(window, *painted)) };
     }
-    throw MeasureError("No saved bill is seen.");
+    throw MeasureError("No sheet with rows is seen.");
 }
 
 void closeSheet(WindowWatch& window, const Keyboard& keyboard)

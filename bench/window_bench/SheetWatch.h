@@ -3,17 +3,18 @@
 #include "Keyboard.h"
 #include "WindowWatch.h"
 
-/// How long the saved bills took to be seen, in milliseconds from before the key was pressed.
+/// How long a sheet took to be seen, in milliseconds from before the key was pressed.
 struct SheetTimes {
     double firstRows = 0.0; ///< until the text of a row stood in the window
     double atRest = 0.0; ///< until the sheet had slid to its place
 };
 
-/// Opens the saved bills by their shortcut and watches them come. Throws MeasureError where no row
-/// is seen within two seconds.
-[[nodiscard]] SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard);
+/// Opens a sheet of rows by its shortcut, Control and a character, and watches it come. Throws
+/// MeasureError where no row is seen within two seconds.
+[[nodiscard]] SheetTimes openSheet(
+    XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut);
 
-/// Closes them again and waits until the window is at rest.
+/// Closes it again and waits until the window is at rest.
 void closeSheet(WindowWatch& window, const Keyboard& keyboard);
 
 /// Presses a key and waits until the window is at rest again: milliseconds until the first damage.
