@@ -96,7 +96,7 @@ void measureSheet(XServer& server, const Arguments& arguments, const std::string
         firstRows.push_back(times.firstRows);
         atRest.push_back(times.atRest);
         if (opening + 1 < openings)
-            closeSheet(window, keyboard);
+            closeSheet(server, window, keyboard, times);
     }
     std::printf("%-44s %.2f\n", "first press to first rows, ms", first.firstRows);
     printSummary("press to first rows, ms", firstRows);

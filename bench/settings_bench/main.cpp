@@ -75,7 +75,7 @@ Verdict measureOpenings(XServer& server, const Arguments& arguments)
             atRest.push_back(times.atRest);
             if (start == 0 && opening == 0 && !arguments.picture.empty())
                 savePicture(server, window.area(), arguments.picture);
-            closeSheet(window, keyboard);
+            closeSheet(server, window, keyboard, times);
         }
     }
     const Verdict ofFirst

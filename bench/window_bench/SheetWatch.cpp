@@ -58,22 +58,32 @@ Clock::time_point rest(WindowWatch& window, Clock::time_point last)
 
 SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut)
 {
+    const auto beneath = strip(server, window.area(), left, width);
     window.drain();
     const auto pressed = Clock::now();
     keyboard.press({ keyControl, static_cast<xcb_keysym_t>(shortcut) });
     while (const auto painted = window.nextDamage(pressed + limit)) {
         if (showsRows(server, window.area()))
             return { .firstRows = since(pressed, *painted),
-                .atRest = since(pressed, rest(window, *painted)) };
+                .atRest = since(pressed, rest(window, *painted)),
+                .beneath = beneath };
     }
     throw MeasureError("No sheet with rows is seen.");
 }
 
-void closeSheet(WindowWatch& window, const Keyboard& keyboard)
+void closeSheet(
+    XServer& server, WindowWatch& window, const Keyboard& keyboard, const SheetTimes& opened)
 {
     window.drain();
+    const auto pressed = Clock::now();
     keyboard.press({ keyEscape });
-    (void)rest(window, Clock::now() + quietFor);
+    while (const auto painted = window.nextDamage(pressed + limit)) {
+        if (strip(server, window.area(), left, width) == opened.beneath) {
+            (void)rest(window, *painted);
+            return;
+        }
+    }
+    throw MeasureError("The sheet does not close.");
 }
 
 double keyToFirstDamage(WindowWatch& window, const Keyboard& keyboard, xcb_keysym_t key)

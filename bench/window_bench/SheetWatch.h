@@ -7,6 +7,7 @@
 struct SheetTimes {
     double firstRows = 0.0; ///< until the text of a row stood in the window
     double atRest = 0.0; ///< until the sheet had slid to its place
+    std::vector<std::uint32_t> beneath; ///< what stood there before, to know it again
 };
 
 /// Opens a sheet of rows by its shortcut, Control and a character, and watches it come. Throws
@@ -14,8 +15,10 @@ struct SheetTimes {
 [[nodiscard]] SheetTimes openSheet(
     XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut);
 
-/// Closes it again and waits until the window is at rest.
-void closeSheet(WindowWatch& window, const Keyboard& keyboard);
+/// Closes it again and waits until what stood there before is seen and the window is at rest: while
+/// a sheet slides away, its shortcut opens nothing. Throws MeasureError after two seconds.
+void closeSheet(
+    XServer& server, WindowWatch& window, const Keyboard& keyboard, const SheetTimes& opened);
 
 /// Presses a key and waits until the window is at rest again: milliseconds until the first damage.
 [[nodiscard]] double keyToFirstDamage(
