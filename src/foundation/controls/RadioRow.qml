@@ -74,10 +74,10 @@ Item {
         anchors.rightMargin: Theme.rowPadding
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.accentText
-        height: 14
+        height: Math.round(Theme.iconSize * 14 / 22)
         name: "checkmark"
         visible: row.checked
-        width: 14
+        width: height
     }
 
     HoverHandler {

@@ -76,6 +76,7 @@ T.Slider {
         y: (slider.height - height) / 2
 
         Rectangle {
+            border.color: Theme.onBorder
             color: Theme.on
             height: parent.height
             radius: parent.radius
