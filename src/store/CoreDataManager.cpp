@@ -24,13 +24,6 @@ QString store::unresolvedError(const StoreError& error)
         + error.userInfoText();
 }
 
-namespace {
-
-// Whoever asks for every bill rarely reads them all.
-constexpr int faultsReadTogether = 500;
-
-} // namespace
-
 Result<void> store::saveDespiteConflicts(NSManagedObjectContext& context)
 {
     const NSMergePolicy policy = context.mergePolicy();
@@ -64,18 +57,11 @@ CoreDataManager::CoreDataManager(std::shared_ptr<NSManagedObjectContext> context
 {
 }
 
-std::vector<std::shared_ptr<Item>> CoreDataManager::fetchAllItems() const
+std::unique_ptr<NSFetchedResultsController> CoreDataManager::fetchAllItems() const
 {
-    NSFetchRequest request = Item::fetchRequest();
-    request.fetchBatchSize = faultsReadTogether;
-    const Result<std::vector<NSManagedObjectContext::Object>> found = moc->fetch(request);
-    if (!found) {
-        printDiagnostic(found.error().toString().toStdString());
-        return {};
-    }
-    std::vector<std::shared_ptr<Item>> items;
-    items.reserve(found->size());
-    for (const NSManagedObjectContext::Object& object : *found)
-        items.push_back(std::static_pointer_cast<Item>(object));
+    auto items = std::make_unique<NSFetchedResultsController>(Item::fetchRequest(), *moc);
+    const Result<void> fetched = items->performFetch();
+    if (!fetched)
+        printDiagnostic(fetched.error().toString().toStdString());
     return items;
 }

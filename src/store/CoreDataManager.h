@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Item.h"
+#include "NSFetchedResultsController.h"
 #include "NSManagedObjectContext.h"
 
 // What the screens and the switch of mirroring share of the store. For the main thread.
@@ -41,8 +42,10 @@ public:
 
     explicit CoreDataManager(std::shared_ptr<NSManagedObjectContext> context);
 
-    /// Every saved bill, in the store's order. None, and a diagnostic line, where reading fails.
-    [[nodiscard]] std::vector<std::shared_ptr<Item>> fetchAllItems() const;
+    /// Every saved bill, in the store's order, as a list that reads its rows as they are asked for:
+    /// a store of a million bills has just been opened. Empty, with a diagnostic line, where
+    /// reading fails. It must not outlive the context.
+    [[nodiscard]] std::unique_ptr<NSFetchedResultsController> fetchAllItems() const;
 
     std::shared_ptr<NSManagedObjectContext> moc;
 };

@@ -8,7 +8,6 @@
 #include <QTest>
 #include <QThreadPool>
 
-#include <algorithm>
 #include <limits>
 #include <sys/stat.h>
 
@@ -151,8 +150,7 @@ private Q_SLOTS:
         QVERIFY(ManagedObjectContext::current().get() != address);
         const auto item = addItem(*moc, QStringLiteral("in the older context"));
         mustSave(*moc);
-        const auto items = CoreDataManager::shared().fetchAllItems();
-        QVERIFY(std::find(items.begin(), items.end(), item) != items.end());
+        QVERIFY(CoreDataManager::shared().fetchAllItems()->rowOf(item->objectID()) >= 0);
         QVERIFY(refs(*ManagedObjectContext::current())
                     .contains(QStringLiteral("in the older context")));
     }
