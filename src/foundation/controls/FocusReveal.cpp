@@ -1,7 +1,6 @@
 #include "FocusReveal.h"
 
 #include <QGuiApplication>
-#include <QQuickWindow>
 
 #include <algorithm>
 
@@ -18,30 +17,68 @@ void FocusReveal::setFlickable(QQuickItem* flickable)
     if (m_flickable)
         m_flickable->disconnect(this);
     m_flickable = flickable;
-    if (flickable)
+    if (flickable) {
         connect(flickable, &QQuickItem::windowChanged, this, &FocusReveal::follow);
+        connect(flickable, &QQuickItem::heightChanged, this, &FocusReveal::followSizes);
+        // A Flickable is known here by its properties alone.
+        connect(flickable, SIGNAL(contentHeightChanged()), this, SLOT(followSizes()));
+        connect(flickable, SIGNAL(contentYChanged()), this, SLOT(followScrolling()));
+    }
     follow(flickable ? flickable->window() : nullptr);
     Q_EMIT flickableChanged();
 }
 
 void FocusReveal::follow(QQuickWindow* window)
 {
-    disconnect(m_windowConnection);
-    if (!window)
-        return;
-    m_windowConnection
-        = connect(window, &QQuickWindow::activeFocusItemChanged, this, [this, window] {
-              const QQuickItem* const item = window->activeFocusItem();
-              const bool pointing = QGuiApplication::mouseButtons() != Qt::NoButton;
-              if (item && m_flickable && !pointing && m_flickable->isAncestorOf(item))
-                  reveal(*item);
-          });
+    disconnect(m_focusConnection);
+    disconnect(m_layoutConnection);
+    m_window = window;
+    if (window)
+        m_focusConnection = connect(
+            window, &QQuickWindow::activeFocusItemChanged, this, &FocusReveal::followFocus);
+}
+
+void FocusReveal::followFocus()
+{
+    const QQuickItem* const item = focusItem();
+    if (item && QGuiApplication::mouseButtons() == Qt::NoButton)
+        reveal(*item);
+    m_itemIsInSight = item && isInSight(*item);
+    m_sizes = sizes();
+}
+
+void FocusReveal::followScrolling()
+{
+    // Another size scrolls, too, but nobody scrolled away from the item then.
+    const QQuickItem* const item = focusItem();
+    if (item && m_sizes == sizes())
+        m_itemIsInSight = isInSight(*item);
+}
+
+void FocusReveal::followSizes()
+{
+    if (m_itemIsInSight && m_window && !m_layoutConnection)
+        revealAfterLayout();
+    else if (!m_itemIsInSight)
+        m_sizes = sizes();
+}
+
+/// Items have their new places only when the next frame was laid out.
+void FocusReveal::revealAfterLayout()
+{
+    m_layoutConnection = connect(
+        m_window, &QQuickWindow::frameSwapped, this,
+        [this] {
+            disconnect(m_layoutConnection);
+            if (m_itemIsInSight)
+                followFocus();
+        },
+        Qt::QueuedConnection);
 }
 
 void FocusReveal::reveal(const QQuickItem& item)
 {
-    const auto* const content = m_flickable->property("contentItem").value<QQuickItem*>();
-    const QRectF place = item.mapRectToItem(content, QRectF(QPointF(), item.size()));
+    const QRectF place = placeOf(item);
     const double height = m_flickable->height();
     const double bottom = std::max(0.0, m_flickable->property("contentHeight").toDouble() - height);
     const double top = m_flickable->property("contentY").toDouble();
@@ -51,4 +88,29 @@ void FocusReveal::reveal(const QQuickItem& item)
     const double target = std::clamp(std::clamp(top, highest, lowest), 0.0, bottom);
     if (target != top)
         m_flickable->setProperty("contentY", target);
+}
+
+const QQuickItem* FocusReveal::focusItem() const
+{
+    const QQuickItem* const item = m_window ? m_window->activeFocusItem() : nullptr;
+    return item && m_flickable && m_flickable->isAncestorOf(item) ? item : nullptr;
+}
+
+QSizeF FocusReveal::sizes() const
+{
+    return { m_flickable->height(), m_flickable->property("contentHeight").toDouble() };
+}
+
+/// Where the item stands in the content.
+QRectF FocusReveal::placeOf(const QQuickItem& item) const
+{
+    const auto* const content = m_flickable->property("contentItem").value<QQuickItem*>();
+    return item.mapRectToItem(content, QRectF(QPointF(), item.size()));
+}
+
+bool FocusReveal::isInSight(const QQuickItem& item) const
+{
+    const QRectF place = placeOf(item);
+    const double top = m_flickable->property("contentY").toDouble();
+    return place.top() >= top && place.bottom() <= top + m_flickable->height();
 }

@@ -4,10 +4,13 @@
 #include <QObject>
 #include <QPointer>
 #include <QQuickItem>
+#include <QQuickWindow>
+#include <QSizeF>
 #include <QtQml/qqmlregistration.h>
 
-/// Scrolls a Flickable to the item in it that the keyboard came to, where that is not all in sight.
-/// While a pointer's button is down nothing moves: who clicks, sees where.
+/// Scrolls a Flickable to the item in it that the keyboard came to, where that is not all in sight,
+/// and keeps it in sight when the content or the window changes its size. While a pointer's button
+/// is down nothing moves: who clicks, sees where. What was scrolled away from stays away.
 class FocusReveal : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -23,10 +26,24 @@ public:
 Q_SIGNALS:
     void flickableChanged();
 
+private Q_SLOTS:
+    void followScrolling();
+    void followSizes();
+
 private:
     void follow(QQuickWindow* window);
+    void followFocus();
+    void revealAfterLayout();
     void reveal(const QQuickItem& item);
+    [[nodiscard]] const QQuickItem* focusItem() const;
+    [[nodiscard]] QSizeF sizes() const;
+    [[nodiscard]] QRectF placeOf(const QQuickItem& item) const;
+    [[nodiscard]] bool isInSight(const QQuickItem& item) const;
 
     QPointer<QQuickItem> m_flickable;
-    QMetaObject::Connection m_windowConnection;
+    QPointer<QQuickWindow> m_window;
+    QMetaObject::Connection m_focusConnection;
+    QMetaObject::Connection m_layoutConnection;
+    QSizeF m_sizes; // those at which the item was last looked at
+    bool m_itemIsInSight = false;
 };

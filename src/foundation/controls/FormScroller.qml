@@ -9,8 +9,8 @@ Flickable {
     id: scroller
 
     default property alias sections: column.data
-    // Whether the pointer moved onto what is below it, instead of finding it there because the
-    // column was scrolled: a wheel that began to scroll goes on scrolling.
+    // Whether the pointer was moved to what is below it, and not the column scrolled below the
+    // pointer: a wheel that began to scroll goes on scrolling.
     readonly property alias pointed: pointer.moved
     // Between the column and both edges; the scroll bar stands there.
     property real gutter: Theme.margin
@@ -28,7 +28,10 @@ Flickable {
     clip: contentHeight > height
     contentHeight: column.implicitHeight + Theme.margin
     interactive: contentHeight > height
-    onContentYChanged: pointer.moved = false
+    onContentYChanged: {
+        pointer.moved = false;
+        pointer.rest = pointer.point.scenePosition;
+    }
 
     T.ScrollBar.vertical: AppScrollBar {}
 
@@ -36,13 +39,11 @@ Flickable {
         id: pointer
 
         property bool moved: true
-        property point last
+        // Where the pointer was when the column was last scrolled.
+        property point rest
 
-        onPointChanged: {
-            if (pointer.point.scenePosition !== pointer.last)
-                pointer.moved = true;
-            pointer.last = pointer.point.scenePosition;
-        }
+        // A hand on the wheel does not hold the pointer quite still.
+        onPointChanged: if (Math.hypot(point.scenePosition.x - rest.x, point.scenePosition.y - rest.y) > Application.styleHints.startDragDistance) moved = true
     }
 
     FocusReveal {

@@ -22,8 +22,8 @@ Item {
     Accessible.checked: row.checked
     Accessible.focusable: true
     Accessible.name: row.text
-    Accessible.onPressAction: row.chosen()
-    Accessible.onToggleAction: row.chosen()
+    Accessible.onPressAction: if (row.enabled) row.chosen()
+    Accessible.onToggleAction: if (row.enabled) row.chosen()
     Accessible.role: Accessible.RadioButton
     Keys.onDownPressed: row.stepped(1)
     Keys.onEnterPressed: event => row.chooseByKey(event)

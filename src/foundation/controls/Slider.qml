@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Vexilo.Controls
 
-// A value on a scale without steps. The pointer sets any value; keys, the wheel and assistive
-// software go by whole ones. It must be given a spoken name.
+// A value on a scale without steps: the pointer and assistive software set any value, keys and the
+// wheel move it by whole ones. It must be given a spoken name.
 T.Slider {
     id: slider
 
@@ -25,8 +25,7 @@ T.Slider {
         return Math.max(slider.from, Math.min(slider.to, value));
     }
 
-    // Keys, wheel and assistive software: a step size of the template's own would take the values
-    // between from the pointer.
+    // A step size of the template's own would take the values between from the pointer.
     function step(distance: real) {
         slider.placed(slider.bounded(slider.value + distance));
     }
@@ -57,12 +56,21 @@ T.Slider {
     implicitWidth: 200
     opacity: slider.enabled ? 1 : 0.4
     value: slider.place
-    // Whoever moves it: assistive software writes the value without a word of its own.
-    onValueChanged: if (slider.value !== slider.bounded(slider.place)) slider.placed(slider.value)
+    // Whoever moves it: assistive software writes the value without a word of its own, and that of a
+    // disabled slider, too.
+    onValueChanged: {
+        if (slider.value === slider.bounded(slider.place))
+            return;
+        if (slider.enabled)
+            slider.placed(slider.value);
+        else
+            slider.value = Qt.binding(() => slider.place);
+    }
 
     WheelHandler {
         acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
         enabled: slider.heedsWheel
+        // A touchpad's wheel turns by less than a notch at a time.
         onWheel: event => slider.step(event.angleDelta.y / (event.inverted ? -120 : 120))
     }
 

@@ -6,7 +6,9 @@ import Vexilo.Controls
 TestCase {
     id: test
 
+    property real naturalHeight
     property real percent: 50
+    readonly property string remark: "Why there are switches in this group of rows, said at such a length that it does not fit one line."
 
     height: 300
     name: "FormScroller"
@@ -23,7 +25,7 @@ TestCase {
             id: section
 
             Layout.fillWidth: true
-            footer: "Why there are switches in this group of rows, said at such a length that it does not fit one line."
+            footer: test.remark
             header: "FIRST"
 
             SwitchRow {
@@ -62,8 +64,14 @@ TestCase {
         }
     }
 
+    function initTestCase() {
+        test.naturalHeight = section.height;
+    }
+
     function init() {
         test.percent = 50;
+        section.footer = test.remark;
+        tryCompare(section, "height", test.naturalHeight);
         form.contentY = 0;
         form.height = 300;
         first.forceActiveFocus(Qt.TabFocusReason);
@@ -107,11 +115,51 @@ TestCase {
     }
 
     function test_aWheelThatScrollsTheFormDoesNotMoveASliderThatComesUnderIt() {
-        mouseMove(slider, 200, 20);
         const place = slider.mapToItem(form, 200, 20);
+        mouseMove(form, place.x, place.y - 60);
         form.contentY = 60;
         mouseWheel(form, place.x, place.y - 60, 0, 120);
         compare(test.percent, 50);
+    }
+
+    function test_aHandThatTremblesOnTheWheelGoesOnScrolling() {
+        const place = slider.mapToItem(form, 200, 20);
+        mouseMove(form, place.x, place.y - 60);
+        form.contentY = 60;
+        for (let jitter = 1; jitter <= 4; ++jitter) {
+            mouseMove(form, place.x + jitter, place.y - 60);
+            mouseWheel(form, place.x + jitter, place.y - 60, 0, -10);
+        }
+        compare(test.percent, 50);
+        const now = slider.mapToItem(form, 200, 20);
+        mouseMove(form, now.x + 30, now.y);
+        mouseWheel(form, now.x + 30, now.y, 0, 120);
+        compare(test.percent, 51);
+    }
+
+    function test_whatHasTheKeyboardStaysInSightWhenTheWindowShrinks() {
+        form.height = 700;
+        last.forceActiveFocus(Qt.TabFocusReason);
+        form.height = 200;
+        tryVerify(() => upperEdge(last) >= 0 && upperEdge(last) + last.height <= form.height);
+    }
+
+    function test_whatHasTheKeyboardStaysInSightWhenTheColumnGrows() {
+        slider.forceActiveFocus(Qt.TabFocusReason);
+        section.footer = test.remark.repeat(10);
+        tryVerify(() => form.contentY > 0);
+        verify(upperEdge(slider) >= 0);
+        verify(upperEdge(slider) + slider.height <= form.height);
+    }
+
+    function test_whatWasScrolledAwayFromStaysAway() {
+        last.forceActiveFocus(Qt.TabFocusReason);
+        form.contentY = 0;
+        section.footer = test.remark.repeat(2);
+        tryVerify(() => section.height > test.naturalHeight);
+        section.footer = test.remark;
+        tryCompare(section, "height", test.naturalHeight); // a frame after that of the growth
+        compare(form.contentY, 0);
     }
 
     function test_aSectionIsReadFromItsHeadingToItsRemark() {

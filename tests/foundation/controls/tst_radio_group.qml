@@ -63,6 +63,7 @@ TestCase {
     }
 
     function init() {
+        group.enabled = true;
         test.theme = 0;
         test.chosen = [];
         before.forceActiveFocus();
@@ -127,6 +128,14 @@ TestCase {
         compare(test.theme, 1);
         rows()[1].Accessible.toggleAction();
         compare(test.theme, 2);
+    }
+
+    function test_aDisabledGroupCannotBeChanged() {
+        group.enabled = false;
+        rows()[2].Accessible.pressAction();
+        rows()[2].Accessible.toggleAction();
+        mouseClick(rows()[2]);
+        compare(test.theme, 0);
     }
 
     function test_everyRowCanBeHitByAFinger() {

@@ -131,7 +131,25 @@ TestCase {
         slider.enabled = false;
         slider.Accessible.increaseAction();
         mouseClick(slider, 2, 22);
+        slider.value = 80; // as the accessibility bridge writes it
         compare(test.percent, 50);
+        compare(slider.value, 50);
+        slider.enabled = true;
+        keyClick(Qt.Key_Right);
+        compare(slider.value, 51);
+    }
+
+    function test_aFingerDragsItSidewaysAndTapsItsScale() {
+        const touch = touchEvent(slider);
+        const knob = slider.handle;
+        touch.press(1, slider, knob.x + knob.width / 2, 22).commit();
+        touch.move(1, slider, 300, 22).commit();
+        touch.move(1, slider, 399, 22).commit();
+        touch.release(1, slider, 399, 22).commit();
+        compare(test.percent, 100);
+        touch.press(1, slider, 2, 22).commit();
+        touch.release(1, slider, 2, 22).commit();
+        compare(test.percent, 1);
     }
 
     function test_rightToLeftItRunsTheOtherWay() {
