@@ -25,7 +25,7 @@ Sheet {
         PushButton {
             id: done
 
-            Layout.rightMargin: -Theme.lineSpace
+            Layout.rightMargin: 15 - Theme.margin
             focus: true
             font.bold: true
             font.pixelSize: Theme.fontSize1
