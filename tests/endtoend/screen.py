@@ -78,20 +78,15 @@ def colour_at(x, y):
 
 
 def picture_of(window):
-    """What the screen shows where the window is, for a comparison."""
-    return _picture(*size_of(window), *origin_of(window))
+    """What the screen shows of a window, and over it, as bytes of red, green and blue."""
+    return subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"],
+                          check=True, capture_output=True).stdout
 
 
 def _picture(width, height, x, y):
     return subprocess.run(
         ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth",
          "8", "rgb:-"], check=True, capture_output=True).stdout
-
-
-def picture_of(window):
-    """All pixels of a window, as bytes of red, green and blue."""
-    return subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"],
-                          check=True, capture_output=True).stdout
 
 
 def origin_of(window):
