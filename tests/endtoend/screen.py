@@ -63,8 +63,8 @@ def title_of(window):
 
 def size_of(window):
     """Width and height in pixels."""
-    geometry = _geometry_of(window)
-    return int(geometry["WIDTH"]), int(geometry["HEIGHT"])
+    facts = _facts_of(window)
+    return int(facts["Width"]), int(facts["Height"])
 
 
 def resize(window, width, height):
@@ -90,9 +90,9 @@ def _picture(width, height, x, y):
 
 
 def origin_of(window):
-    """The place of the window's upper left corner on the screen, in pixels."""
-    geometry = _geometry_of(window)
-    return int(geometry["X"]), int(geometry["Y"])
+    """The place of the window's upper left corner on the screen, inside its frame, in pixels."""
+    facts = _facts_of(window)
+    return int(facts["Absolute upper-left X"]), int(facts["Absolute upper-left Y"])
 
 
 def least_size_of(window):
@@ -104,9 +104,11 @@ def least_size_of(window):
     return None
 
 
-def _geometry_of(window):
-    lines = _run("xdotool", "getwindowgeometry", "--shell", window).splitlines()
-    return dict(line.split("=", 1) for line in lines)
+def _facts_of(window):
+    # xdotool counts the frame twice in the place of a window.
+    lines = _run("xwininfo", "-id", window).splitlines()
+    return {name.strip(): value.strip()
+            for name, colon, value in (line.partition(":") for line in lines) if colon}
 
 
 def _run(*command):
