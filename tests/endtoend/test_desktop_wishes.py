@@ -4,15 +4,14 @@ import itertools
 
 import screen
 import tree
+from colours import LIGHT_PAGE, WHITE, contrast, expect_page, panel_colour
+from pictures import expect_picture, picture_at_rest
 from portal import ANIMATIONS, CONTRAST, HIGH_CONTRAST, TEXT_SCALE, SettingsPortal
 from saved_bills import SavedBillsTest
 from tree import Role, State
 
 LIGHT = 2
-PAGE, WHITE = "#F6F4F2", "#FFFFFF"
 LEAST = (500, 800)
-# In the margin beside the cards, where the bare page shows.
-PAGE_POINT = (6, 500)
 SWITCHES = ("Everyone pays the tip", "Round up tip", "Round up share")
 ROW = 54  # the height of a switch's row where no text is larger
 SOLID = (Role.LABEL, Role.TEXT, Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX, Role.HEADING,
@@ -25,21 +24,8 @@ class DesktopWishes(SavedBillsTest):
         desktop = SettingsPortal(LIGHT, (ANIMATIONS, False), *portal_wishes)
         self.enterContext(desktop)
         self.start_with(*bills)
-        self.expect_page(WHITE if portal_wishes else PAGE)
+        expect_page(self.vexilo, WHITE if portal_wishes else LIGHT_PAGE)
         return desktop
-
-    def expect_page(self, colour):
-        self.vexilo.until(lambda: self.colour_at(*PAGE_POINT) == colour, f"the page is {colour}")
-
-    def colour_at(self, x, y):
-        left, top = screen.origin_of(self.vexilo.window)
-        return screen.colour_at(left + x, top + y)
-
-    def picture(self):
-        return screen.picture_of(self.vexilo.window)
-
-    def expect_picture(self, picture, what):
-        self.vexilo.until(lambda: self.picture() == picture, what)
 
     def expect_higher(self, node, height):
         self.vexilo.until(lambda: tree.extents_of(node).height > height,
@@ -49,29 +35,24 @@ class DesktopWishes(SavedBillsTest):
 
     def test_high_contrast_is_followed_and_taken_back(self):
         portal = self.start_on()
-        before = self.picture()
-        panel = self.panel_colour()
-        self.assertLess(contrast(panel, WHITE), 7)
+        before = picture_at_rest(self.vexilo)
+        self.assertLess(contrast(panel_colour(self.vexilo), WHITE), 7)
 
         portal.announce(HIGH_CONTRAST, True)
-        self.expect_page(WHITE)
-        self.vexilo.until(lambda: contrast(self.panel_colour(), WHITE) >= 7, "the panel is darker")
+        expect_page(self.vexilo, WHITE)
+        self.vexilo.until(lambda: contrast(panel_colour(self.vexilo), WHITE) >= 7,
+                          "the panel is darker")
         self.assertGreaterEqual(contrast(self.card_edge_colour(), WHITE), 3)
 
         portal.announce(CONTRAST, 1)
         portal.announce(HIGH_CONTRAST, False)
         portal.announce(CONTRAST, 0)
-        self.expect_picture(before, "the window looks as at first")
+        expect_picture(self.vexilo, before)
 
     def test_high_contrast_holds_from_the_start(self):
         self.start_on([(CONTRAST, 1)])
 
-        self.assertGreaterEqual(contrast(self.panel_colour(), WHITE), 7)
-
-    def panel_colour(self):
-        """The colour in the middle of the results, where no text stands."""
-        name = next(name for name in self.vexilo.figures() if name.startswith("Share"))
-        return screen.colour_at(*tree.centre_of(self.vexilo.expect(Role.LABEL, name)))
+        self.assertGreaterEqual(contrast(panel_colour(self.vexilo), WHITE), 7)
 
     def card_edge_colour(self):
         """The colour of the left edge of the card of the switches."""
@@ -90,7 +71,7 @@ class DesktopWishes(SavedBillsTest):
                 switches = [self.vexilo.expect(Role.CHECK_BOX, name) for name in SWITCHES]
                 tree.focus(switches[-1])
                 self.vexilo.expect_focus(Role.CHECK_BOX, SWITCHES[2])
-                before = self.picture_at_rest()
+                before = picture_at_rest(self.vexilo)
                 portal.announce(TEXT_SCALE, 2.0)
                 for switch in switches:
                     self.expect_higher(switch, ROW)
@@ -98,7 +79,7 @@ class DesktopWishes(SavedBillsTest):
                 self.assert_laid_out(self.vexilo.find(Role.FRAME))
 
                 portal.announce(TEXT_SCALE, 1.0)
-                self.expect_picture(before, "the window looks as at first")
+                expect_picture(self.vexilo, before)
 
     def test_the_keyboard_is_followed_where_the_texts_are_larger_than_the_window(self):
         portal = self.start_on()
@@ -128,7 +109,7 @@ class DesktopWishes(SavedBillsTest):
     def test_the_saved_bills_grow_with_their_texts_and_shrink_again(self):
         portal = self.start_on((), "Lunch", "A dinner whose description is longer than a row")
         self.bills.open()
-        before = self.picture_at_rest()
+        before = picture_at_rest(self.vexilo)
         sheet = self.vexilo.expect(Role.DIALOG, "Saved Bills")
         self.assertEqual(self.row_heights(sheet), [56, 56])
 
@@ -137,19 +118,10 @@ class DesktopWishes(SavedBillsTest):
         self.vexilo.until(lambda: self.row_heights(sheet) == [112, 112], "the rows are higher")
         self.assert_laid_out(sheet)
         portal.announce(TEXT_SCALE, 1.0)
-        self.expect_picture(before, "the list looks as at first")
+        expect_picture(self.vexilo, before)
 
     def row_heights(self, sheet):
         return [tree.extents_of(row).height for row in tree.find_all(sheet, Role.LIST_ITEM)]
-
-    def picture_at_rest(self):
-        pictures = []
-
-        def is_still():
-            pictures.append(self.picture())
-            return len(pictures) > 1 and pictures[-1] == pictures[-2]
-        self.vexilo.until(is_still, "the window rests")
-        return pictures[-1]
 
     def assert_laid_out(self, root):
         """What can be read and pressed stands side by side, inside its window or dialog."""
@@ -169,18 +141,3 @@ class DesktopWishes(SavedBillsTest):
 def overlap(one, other):
     return (one.x < other.x + other.width and other.x < one.x + one.width
             and one.y < other.y + other.height and other.y < one.y + one.height)
-
-
-def contrast(one, other):
-    """The ratio of two colours' luminances as WCAG 2.1 defines it: 1 to 21."""
-    darker, lighter = sorted((luminance(one), luminance(other)))
-    return (lighter + 0.05) / (darker + 0.05)
-
-
-def luminance(colour):
-    red, green, blue = (channel / 255 for channel in bytes.fromhex(colour[1:]))
-    return 0.2126 * linear(red) + 0.7152 * linear(green) + 0.0722 * linear(blue)
-
-
-def linear(channel):
-    return channel / 12.92 if channel <= 0.04045 else ((channel + 0.055) / 1.055) ** 2.4

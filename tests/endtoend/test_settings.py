@@ -151,7 +151,7 @@ class Results(SettingsTest):
                 self.sheet.switch(name, on)
             self.vexilo.expect_figures(*figures)  # below the open sheet
             self.sheet.close()
-            self.vexilo.until(lambda: is_red(panel_colour(self.vexilo, figures[-1])) == on,
+            self.vexilo.until(lambda: is_red(panel_colour(self.vexilo)) == on,
                               f"the panel is {'' if on else 'not '}red")
 
     def test_the_new_percentages_count_once_the_sheet_is_closed(self):

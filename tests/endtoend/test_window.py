@@ -2,12 +2,12 @@
 
 import screen
 from case import EndToEndTest
-from colours import DARK_PAGE, LIGHT_PAGE, is_red, page_colour, panel_colour
+from colours import (BLACK, DARK_PAGE, LIGHT_PAGE, WHITE, expect_page, is_red, page_colour,
+                     panel_colour)
 from portal import SettingsPortal
 
 LEAST = (500, 800)
 PAGE_COLOURS = {"1": LIGHT_PAGE, "2": DARK_PAGE}
-BLACK, WHITE = "#000000", "#FFFFFF"
 
 
 class WindowSize(EndToEndTest):
@@ -58,9 +58,9 @@ class Theme(EndToEndTest):
             vexilo = self.expect_page_colour(LIGHT_PAGE, theme="0")
 
             portal.change(1)
-            self.expect_page(vexilo, DARK_PAGE)
+            expect_page(vexilo, DARK_PAGE)
             portal.change(0)
-            self.expect_page(vexilo, LIGHT_PAGE)
+            expect_page(vexilo, LIGHT_PAGE)
 
     def test_a_chosen_theme_overrides_the_desktop(self):
         with SettingsPortal(2) as portal:
@@ -75,11 +75,8 @@ class Theme(EndToEndTest):
     def expect_page_colour(self, colour, theme):
         self.home.write_preferences(theme=theme)
         vexilo = self.launch()
-        self.expect_page(vexilo, colour)
+        expect_page(vexilo, colour)
         return vexilo
-
-    def expect_page(self, vexilo, colour):
-        vexilo.until(lambda: page_colour(vexilo) == colour, f"the page is {colour}")
 
 
 class Highlighting(EndToEndTest):
@@ -104,5 +101,5 @@ class Highlighting(EndToEndTest):
     def launch_with(self, theme, highlightSums):
         self.home.write_preferences(theme=theme, highlightSums=highlightSums)
         vexilo = self.launch()
-        vexilo.until(lambda: page_colour(vexilo) == PAGE_COLOURS[theme], "the window is painted")
+        expect_page(vexilo, PAGE_COLOURS[theme])
         return vexilo
