@@ -74,7 +74,13 @@ def resize(window, width, height):
 
 def colour_at(x, y):
     """The colour of one pixel of the screen, as "#RRGGBB"."""
-    return "#" + _picture(1, 1, x, y)[:3].hex().upper()
+    return colours_below(x, y, 1)[0]
+
+
+def colours_below(x, y, height):
+    """The colours of so many pixels of the screen, from one place downwards."""
+    pixels = _picture(1, height, x, y)
+    return ["#" + pixels[at:at + 3].hex().upper() for at in range(0, 3 * height, 3)]
 
 
 def picture_of(window):
