@@ -19,7 +19,7 @@ ROW = 54  # the height of a switch's row where no text is larger
 CARD_EDGE = 2  # past the line around a card, which runs through its first row
 SWITCH_MIDDLE = 43  # from the right end of a switch's row to the middle of the switch
 # What comes first below the header, and is scrolled under it with all that follows.
-SETTINGS_FORM = "GENERAL"
+CALCULATOR_FORM, SETTINGS_FORM = "Bill to Split", "GENERAL"
 SOLID = (Role.LABEL, Role.TEXT, Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX, Role.HEADING,
          Role.LIST_ITEM)
 
@@ -127,8 +127,9 @@ class DesktopWishes(SavedBillsTest):
                 portal.announce(TEXT_SCALE, 2.0)
                 for switch in switches:
                     self.expect_higher(switch, ROW)
+                self.expect_in_sight(switches[-1])
 
-                self.assert_laid_out(self.vexilo.find(Role.FRAME))
+                self.assert_laid_out(self.vexilo.find(Role.FRAME), CALCULATOR_FORM)
 
                 portal.announce(TEXT_SCALE, 1.0)
                 expect_picture(self.vexilo, before)
@@ -142,7 +143,10 @@ class DesktopWishes(SavedBillsTest):
 
         tree.focus(last)
 
-        self.vexilo.until(lambda: self.is_in_sight(last), "the last switch is in sight")
+        self.expect_in_sight(last)
+
+    def expect_in_sight(self, node):
+        self.vexilo.until(lambda: self.is_in_sight(node), f"{tree.describe_node(node)} is in sight")
 
     def is_in_sight(self, node):
         """Whether nothing of a node is beyond the lower end of the window."""
@@ -194,6 +198,23 @@ class DesktopWishes(SavedBillsTest):
         self.assert_laid_out(dialog, SETTINGS_FORM)
 
         self.resize(usual)
+        portal.announce(TEXT_SCALE, 1.0)
+        expect_picture(self.vexilo, before)
+
+    def test_what_has_the_keyboard_stays_in_sight_when_the_texts_grow(self):
+        portal = self.start_on()
+        sheet, _ = self.open_settings()
+        screen.press_keys("shift+Tab")  # to the last one, which is scrolled into sight
+        sheet.expect_focus(Role.PUSH_BUTTON, "Help")
+        help_button = sheet.expect(Role.PUSH_BUTTON, "Help")
+        self.expect_in_sight(help_button)
+        before = picture_at_rest(self.vexilo)
+
+        portal.announce(TEXT_SCALE, 2.0)
+
+        self.expect_higher(help_button, ROW)
+        self.expect_in_sight(help_button)
+        self.assert_laid_out(self.vexilo.expect(Role.DIALOG, "Settings"), SETTINGS_FORM)
         portal.announce(TEXT_SCALE, 1.0)
         expect_picture(self.vexilo, before)
 
