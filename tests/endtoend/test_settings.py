@@ -1,5 +1,7 @@
 """The settings sheet: what is changed there, where it is stored and what comes of it."""
 
+import itertools
+
 import screen
 import tree
 from colours import is_red, panel_colour
@@ -113,14 +115,18 @@ class Pointing(SettingsTest):
         screen.press_keys("Page_Up")
         self.vexilo.until(lambda: self.place_of_slider() == above, "the form is scrolled back")
 
+        jitter = itertools.cycle((0, 1))  # a hand on the wheel does not keep the pointer still
+
         def is_scrolled_to_end():
-            screen.turn_wheel_down(x, y)
+            screen.turn_wheel_down(x + next(jitter), y)
             return self.place_of_slider() == below
         self.vexilo.until(is_scrolled_to_end, "the form is at its end")
-        screen.turn_wheel_down(x, y)
-        screen.turn_wheel_up(x + 5, y)  # the pointer was moved: now it is the slider that is meant
+        for _ in range(2):
+            screen.turn_wheel_down(x + next(jitter), y)
+        # The pointer is moved: now it is the slider that is meant.
+        screen.turn_wheel_up(x + 20, y)
 
-        self.sheet.expect_percentages("6", "10")
+        self.sheet.expect_percentages("6", "10")  # one more than at first
 
     def place_of_slider(self):
         return tree.centre_of(self.sheet.slider(GOOD))
