@@ -86,8 +86,8 @@ void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
     deadline->setSingleShot(true);
     connect(deadline, &QTimer::timeout, window, &QWindow::show);
     Appearance* const appearance = windows.first();
-    connect(appearance, &Appearance::changed, deadline, [appearance, deadline, window] {
-        if (!appearance->known() || !deadline->isActive())
+    connect(appearance, &Appearance::becameKnown, deadline, [deadline, window] {
+        if (!deadline->isActive())
             return;
         deadline->stop();
         window->show();

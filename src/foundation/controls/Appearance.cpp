@@ -7,6 +7,9 @@
 #include <QPalette>
 #include <QScreen>
 
+#include <optional>
+#include <utility>
+
 namespace {
 
 QList<Appearance*>& registry()
@@ -22,6 +25,19 @@ ColorScheme schemeOfPalette()
     const bool dark = palette.color(QPalette::WindowText).lightness()
         > palette.color(QPalette::Window).lightness();
     return dark ? ColorScheme::Dark : ColorScheme::Light;
+}
+
+std::optional<ColorScheme> forcedScheme(InterfaceStyle style)
+{
+    switch (style) {
+    case InterfaceStyle::Light:
+        return ColorScheme::Light;
+    case InterfaceStyle::Dark:
+        return ColorScheme::Dark;
+    case InterfaceStyle::Unspecified:
+        break;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -58,19 +74,23 @@ bool Appearance::eventFilter(QObject* watched, QEvent* event)
 
 void Appearance::update()
 {
-    switch (m_overrideStyle) {
-    case InterfaceStyle::Light:
-        m_colorScheme = ColorScheme::Light;
-        break;
-    case InterfaceStyle::Dark:
-        m_colorScheme = ColorScheme::Dark;
-        break;
-    case InterfaceStyle::Unspecified:
-        m_colorScheme = m_wishes.colorScheme().value_or(schemeOfPalette());
-        break;
-    }
+    // Every colour and size on the screen follows this signal.
+    const Look previous = std::exchange(m_look, look());
+    if (m_look != previous)
+        Q_EMIT changed();
+    if (!std::exchange(m_wasKnown, known()) && known())
+        Q_EMIT becameKnown();
+}
+
+Appearance::Look Appearance::look() const
+{
     const QScreen* const screen = QGuiApplication::primaryScreen();
-    m_textScale = remainingTextScale(m_wishes.textScale(), QGuiApplication::platformName(),
-        screen ? screen->devicePixelRatio() : 1.0);
-    Q_EMIT changed();
+    return {
+        .colorScheme = forcedScheme(m_overrideStyle)
+                           .value_or(m_wishes.colorScheme().value_or(schemeOfPalette())),
+        .contrast = m_wishes.contrast(),
+        .textScale = remainingTextScale(m_wishes.textScale(), QGuiApplication::platformName(),
+            screen ? screen->devicePixelRatio() : 1.0),
+        .reducedMotion = m_wishes.reducedMotion(),
+    };
 }

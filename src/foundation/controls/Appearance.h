@@ -25,14 +25,14 @@ public:
     void setOverrideStyle(InterfaceStyle style);
 
     /// The scheme to draw in.
-    [[nodiscard]] ColorScheme colorScheme() const { return m_colorScheme; }
+    [[nodiscard]] ColorScheme colorScheme() const { return m_look.colorScheme; }
 
-    [[nodiscard]] Contrast contrast() const { return m_wishes.contrast(); }
+    [[nodiscard]] Contrast contrast() const { return m_look.contrast; }
 
     /// How much larger than by nature texts are to be drawn.
-    [[nodiscard]] double textScale() const { return m_textScale; }
+    [[nodiscard]] double textScale() const { return m_look.textScale; }
 
-    [[nodiscard]] bool reducedMotion() const { return m_wishes.reducedMotion(); }
+    [[nodiscard]] bool reducedMotion() const { return m_look.reducedMotion; }
 
     /// Whether the desktop has answered: until then all but a forced scheme may yet change.
     [[nodiscard]] bool known() const { return m_wishes.known(); }
@@ -40,14 +40,26 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
-    /// Something of the above has changed, or has become known.
+    /// The scheme, the contrast, the text scale or the wish for less motion has changed.
     void changed();
+    /// The desktop has answered, if only by having no portal.
+    void becameKnown();
 
 private:
+    struct Look {
+        ColorScheme colorScheme = ColorScheme::Light;
+        Contrast contrast = Contrast::Normal;
+        double textScale = 1.0;
+        bool reducedMotion = false;
+
+        bool operator==(const Look&) const = default;
+    };
+
+    [[nodiscard]] Look look() const;
     void update();
 
     DesktopWishes m_wishes;
     InterfaceStyle m_overrideStyle = InterfaceStyle::Unspecified;
-    ColorScheme m_colorScheme = ColorScheme::Light;
-    double m_textScale = 1.0;
+    Look m_look;
+    bool m_wasKnown = false;
 };
