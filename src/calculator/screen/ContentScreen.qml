@@ -74,9 +74,9 @@ FocusScope {
         }
     }
 
-    // Most windows are high enough, and start without it.
+    // Most windows are high enough and start without it. Sizes mean nothing before they are shown.
     Loader {
-        active: column.height > scroller.height
+        active: screen.Window.visibility > 0 && column.height > scroller.height
         anchors.bottom: scroller.bottom
         anchors.right: parent.right
         anchors.top: scroller.top

@@ -8,8 +8,9 @@ Item {
     required property string amount
     property real amountSize: Theme.fontSize3
     required property color color
-    // Whether the label has no room for a word of common length beside the amount.
-    readonly property bool cramped: row.width - row.roomBeside - row.roomForIcons < 4.5 * row.labelSize
+    // Whether the label has no room for a word of common length beside the amount. A row that was not
+    // laid out yet is not: it would be laid out twice.
+    readonly property bool cramped: row.width > 0 && row.width - row.roomBeside - row.roomForIcons < 4.5 * row.labelSize
     required property string iconName
     required property string label
     property real labelSize: Theme.fontSize1

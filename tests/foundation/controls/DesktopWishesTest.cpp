@@ -164,12 +164,23 @@ private Q_SLOTS:
         QCOMPARE(wishes.contrast(), Contrast::Normal);
     }
 
+    void theWishForLessMotionIsFollowedAndTakenBack()
+    {
+        const auto portal = desktop({});
+        const Theme theme;
+        QCOMPARE(theme.motion(), 150);
+
+        portal->announce(gnome, QStringLiteral("enable-animations"), false);
+        QTRY_COMPARE(theme.motion(), 0);
+
+        portal->announce(gnome, QStringLiteral("enable-animations"), true);
+        QTRY_COMPARE(theme.motion(), 150);
+    }
+
     void textsIconsAndListRowsGrowWithTheTextScale()
     {
         const auto portal = desktop({});
         const Theme theme;
-        QSignalSpy changes(&theme, &Theme::changed);
-        QVERIFY(changes.wait());
         QCOMPARE(theme.textFontSize1(), fontSize1);
         QCOMPARE(theme.listRowHeight(), 56.0);
 
@@ -190,7 +201,6 @@ private Q_SLOTS:
         const auto portal = desktop({});
         const Theme theme;
         QSignalSpy changes(&theme, &Theme::changed);
-        QVERIFY(changes.wait());
         for (int percent = 50; percent <= 300; percent += 7) {
             portal->announce(gnome, textScaleKey, percent / 100.0);
             QVERIFY(changes.wait());
