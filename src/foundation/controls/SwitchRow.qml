@@ -3,8 +3,9 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vexilo.Controls
 
-// A row of a card that is a switch as a whole: label first, switch last.
-T.Switch {
+// A row of a card that is a switch as a whole: label first, switch last. The template's own switch
+// leaks what assistive software is told of it when it is made while that is listening.
+T.AbstractButton {
     id: row
 
     // What `checked` follows; the row asks for a change with switched().
@@ -33,6 +34,7 @@ T.Switch {
     Keys.onReturnPressed: event => row.pressByKey(event)
     Layout.fillWidth: true
     bottomPadding: Theme.lineSpace
+    checkable: true
     checked: row.on
     font.pixelSize: Theme.fontSize1
     hoverEnabled: true
