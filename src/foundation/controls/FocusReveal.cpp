@@ -8,6 +8,8 @@ namespace {
 
 constexpr double surroundings = 24.0; // points that stay in sight above and below the item
 
+bool isPointing() { return QGuiApplication::mouseButtons() != Qt::NoButton; }
+
 } // namespace
 
 void FocusReveal::setFlickable(QQuickItem* flickable)
@@ -33,6 +35,8 @@ void FocusReveal::follow(QQuickWindow* window)
     disconnect(m_focusConnection);
     disconnect(m_layoutConnection);
     m_window = window;
+    m_item = nullptr;
+    m_itemIsInSight = false;
     if (window)
         m_focusConnection = connect(
             window, &QQuickWindow::activeFocusItemChanged, this, &FocusReveal::followFocus);
@@ -40,40 +44,49 @@ void FocusReveal::follow(QQuickWindow* window)
 
 void FocusReveal::followFocus()
 {
-    const QQuickItem* const item = focusItem();
-    if (item && QGuiApplication::mouseButtons() == Qt::NoButton)
-        reveal(*item);
-    m_itemIsInSight = item && isInSight(*item);
+    QQuickItem* const item = m_window ? m_window->activeFocusItem() : nullptr;
+    // A window that loses the keyboard has no such item, until a click may bring it back, which is
+    // meant for what is below the pointer now.
+    if (!item || !m_flickable || item == m_item)
+        return;
+    m_item = m_flickable->isAncestorOf(item) ? item : nullptr;
+    if (m_item && isPointing())
+        m_itemIsInSight = isInSight(*m_item);
+    else if (m_item)
+        reveal(*m_item);
     m_sizes = sizes();
 }
 
 void FocusReveal::followScrolling()
 {
     // Another size scrolls, too, but nobody scrolled away from the item then.
-    const QQuickItem* const item = focusItem();
-    if (item && m_sizes == sizes())
-        m_itemIsInSight = isInSight(*item);
+    if (m_item && m_sizes == sizes())
+        m_itemIsInSight = isInSight(*m_item);
 }
 
 void FocusReveal::followSizes()
 {
-    if (m_itemIsInSight && m_window && !m_layoutConnection)
-        revealAfterLayout();
-    else if (!m_itemIsInSight)
+    if (!m_item || !m_itemIsInSight)
         m_sizes = sizes();
+    else if (m_window && !m_layoutConnection)
+        revealAfterLayout();
 }
 
 /// Items have their new places only when the next frame was laid out.
 void FocusReveal::revealAfterLayout()
 {
-    m_layoutConnection = connect(
-        m_window, &QQuickWindow::frameSwapped, this,
-        [this] {
-            disconnect(m_layoutConnection);
-            if (m_itemIsInSight)
-                followFocus();
-        },
-        Qt::QueuedConnection);
+    m_layoutConnection = connect(m_window, &QQuickWindow::frameSwapped, this,
+        &FocusReveal::keepInSight, Qt::QueuedConnection);
+}
+
+void FocusReveal::keepInSight()
+{
+    disconnect(m_layoutConnection);
+    if (!m_flickable)
+        return;
+    if (m_item && m_itemIsInSight && !isPointing())
+        reveal(*m_item);
+    m_sizes = sizes();
 }
 
 void FocusReveal::reveal(const QQuickItem& item)
@@ -88,12 +101,7 @@ void FocusReveal::reveal(const QQuickItem& item)
     const double target = std::clamp(std::clamp(top, highest, lowest), 0.0, bottom);
     if (target != top)
         m_flickable->setProperty("contentY", target);
-}
-
-const QQuickItem* FocusReveal::focusItem() const
-{
-    const QQuickItem* const item = m_window ? m_window->activeFocusItem() : nullptr;
-    return item && m_flickable && m_flickable->isAncestorOf(item) ? item : nullptr;
+    m_itemIsInSight = true;
 }
 
 QSizeF FocusReveal::sizes() const

@@ -10,7 +10,9 @@
 
 /// Scrolls a Flickable to the item in it that the keyboard came to, where that is not all in sight,
 /// and keeps it in sight when the content or the window changes its size. While a pointer's button
-/// is down nothing moves: who clicks, sees where. What was scrolled away from stays away.
+/// is down nothing moves: who clicks, sees where. What was scrolled away from stays away. A window
+/// that is not active has an item that the keyboard will come back to, and is treated as if it had
+/// the keyboard.
 class FocusReveal : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -34,8 +36,8 @@ private:
     void follow(QQuickWindow* window);
     void followFocus();
     void revealAfterLayout();
+    void keepInSight();
     void reveal(const QQuickItem& item);
-    [[nodiscard]] const QQuickItem* focusItem() const;
     [[nodiscard]] QSizeF sizes() const;
     [[nodiscard]] QRectF placeOf(const QQuickItem& item) const;
     [[nodiscard]] bool isInSight(const QQuickItem& item) const;
@@ -44,6 +46,7 @@ private:
     QPointer<QQuickWindow> m_window;
     QMetaObject::Connection m_focusConnection;
     QMetaObject::Connection m_layoutConnection;
+    QPointer<QQuickItem> m_item; // in the flickable, with the keyboard
     QSizeF m_sizes; // those at which the item was last looked at
     bool m_itemIsInSight = false;
 };

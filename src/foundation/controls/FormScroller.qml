@@ -28,10 +28,8 @@ Flickable {
     clip: contentHeight > height
     contentHeight: column.implicitHeight + Theme.margin
     interactive: contentHeight > height
-    onContentYChanged: {
-        pointer.moved = false;
-        pointer.rest = pointer.point.scenePosition;
-    }
+    // A flick goes on for a while after the wheel that began it.
+    onContentYChanged: if (!scroller.flicking) pointer.settle()
 
     T.ScrollBar.vertical: AppScrollBar {}
 
@@ -42,8 +40,20 @@ Flickable {
         // Where the pointer was when the column was last scrolled.
         property point rest
 
+        function settle() {
+            moved = false;
+            rest = point.scenePosition;
+        }
+
         // A hand on the wheel does not hold the pointer quite still.
         onPointChanged: if (Math.hypot(point.scenePosition.x - rest.x, point.scenePosition.y - rest.y) > Application.styleHints.startDragDistance) moved = true
+    }
+
+    // Only what no slider took comes here.
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        blocking: false
+        onWheel: pointer.settle()
     }
 
     FocusReveal {

@@ -7,6 +7,7 @@ TestCase {
     id: test
 
     property real naturalHeight
+    property Window other
     property real percent: 50
     readonly property string remark: "Why there are switches in this group of rows, said at such a length that it does not fit one line."
 
@@ -15,6 +16,16 @@ TestCase {
     visible: true
     when: windowShown
     width: 400
+
+    Component {
+        id: otherWindow
+
+        Window {
+            height: 100
+            visible: true
+            width: 100
+        }
+    }
 
     FormScroller {
         id: form
@@ -75,6 +86,18 @@ TestCase {
         form.contentY = 0;
         form.height = 300;
         first.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    function leaveWindow() {
+        test.other = otherWindow.createObject(null);
+        test.other.requestActivate();
+        tryCompare(test.Window.window, "active", false);
+    }
+
+    function returnToWindow() {
+        test.Window.window.requestActivate();
+        tryCompare(test.Window.window, "active", true);
+        test.other.destroy();
     }
 
     function upperEdge(item) {
@@ -160,6 +183,24 @@ TestCase {
         section.footer = test.remark;
         tryCompare(section, "height", test.naturalHeight); // a frame after that of the growth
         compare(form.contentY, 0);
+    }
+
+    function test_aWindowThatBecomesActiveAgainStaysAsItWasScrolled() {
+        last.forceActiveFocus(Qt.TabFocusReason);
+        form.contentY = 0;
+        leaveWindow();
+        returnToWindow();
+        verify(last.activeFocus);
+        compare(form.contentY, 0);
+    }
+
+    function test_whatHasTheKeyboardStaysInSightInAWindowThatIsNotActive() {
+        slider.forceActiveFocus(Qt.TabFocusReason);
+        leaveWindow();
+        section.footer = test.remark.repeat(10);
+        tryVerify(() => form.contentY > 0);
+        verify(upperEdge(slider) + slider.height <= form.height);
+        returnToWindow();
     }
 
     function test_aSectionIsReadFromItsHeadingToItsRemark() {
