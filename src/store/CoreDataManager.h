@@ -43,8 +43,9 @@ public:
     explicit CoreDataManager(std::shared_ptr<NSManagedObjectContext> context);
 
     /// Every saved bill, in the store's order, as a list that reads its rows as they are asked for:
-    /// a store of a million bills has just been opened. Empty, with a diagnostic line, where
-    /// reading fails. It must not outlive the context.
+    /// a store of a million bills has just been opened. It follows the context, which must outlive
+    /// it. Empty, with a diagnostic line, where the store cannot be asked; should reading fail
+    /// later, it ends early.
     [[nodiscard]] std::unique_ptr<NSFetchedResultsController> fetchAllItems() const;
 
     std::shared_ptr<NSManagedObjectContext> moc;

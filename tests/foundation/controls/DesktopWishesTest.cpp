@@ -1,4 +1,5 @@
 #include "DesktopWishes.h"
+#include "Appearance.h"
 #include "FakeDesktop.h"
 #include "Theme.h"
 
@@ -162,6 +163,36 @@ private Q_SLOTS:
         QTRY_COMPARE(wishes.textScale(), 2.0);
         QCOMPARE(changes.size(), 1);
         QCOMPARE(wishes.contrast(), Contrast::Normal);
+    }
+
+    void anAnswerThatChangesNothingIsOnlyMadeKnown()
+    {
+        const auto portal = desktop({});
+        Appearance look;
+        const QSignalSpy changes(&look, &Appearance::changed);
+        QSignalSpy answers(&look, &Appearance::becameKnown);
+
+        QVERIFY(answers.wait());
+        look.setOverrideStyle(InterfaceStyle::Unspecified);
+
+        QCOMPARE(answers.size(), 1);
+        QCOMPARE(changes.size(), 0);
+    }
+
+    void anAnswerIsDrawnBeforeItIsMadeKnown()
+    {
+        const auto portal = desktop({ { appearance, { { QStringLiteral("color-scheme"), 1U } } } });
+        const Appearance look;
+        const QSignalSpy changes(&look, &Appearance::changed);
+        qsizetype changesBefore = -1;
+        QSignalSpy answers(&look, &Appearance::becameKnown);
+        connect(&look, &Appearance::becameKnown, this, [&] { changesBefore = changes.size(); });
+
+        QVERIFY(answers.wait());
+
+        QCOMPARE(look.colorScheme(), ColorScheme::Dark);
+        QCOMPARE(changesBefore, 1);
+        QCOMPARE(changes.size(), 1);
     }
 
     void theWishForLessMotionIsFollowedAndTakenBack()
