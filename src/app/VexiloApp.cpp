@@ -97,30 +97,35 @@ void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
 
 void VexiloApp::followSettings()
 {
-    if (m_contentView.showSettings() == (m_settingsView != nullptr))
-        return;
-    std::unique_ptr<SettingsView> previous = std::move(m_settingsView);
-    if (m_contentView.showSettings()) {
-        m_settingsView
-            = std::make_unique<SettingsView>(m_userSettings, m_contentView.refreshInfo());
-        connect(m_settingsView.get(), &SettingsView::refreshInfoChanged, &m_contentView,
+    const auto make = [this] {
+        auto view = std::make_unique<SettingsView>(m_userSettings, m_contentView.refreshInfo());
+        connect(view.get(), &SettingsView::refreshInfoChanged, &m_contentView,
             &ContentView::setRefreshInfo);
-    }
-    Q_EMIT settingsViewChanged();
-    // It is the screen's own signal that closes it.
-    if (previous)
-        previous.release()->deleteLater();
+        return view;
+    };
+    follow(m_contentView.showSettings(), m_settingsView, make, &VexiloApp::settingsViewChanged);
 }
 
 void VexiloApp::followHistory()
 {
-    if (m_contentView.showHistory() == (m_historyView != nullptr))
-        return;
-    std::unique_ptr<HistoryView> previous = std::move(m_historyView);
-    if (m_contentView.showHistory())
-        m_historyView = std::make_unique<HistoryView>(
+    const auto make = [this] {
+        return std::make_unique<HistoryView>(
             m_userSettings, m_persistenceController.container->viewContext());
-    Q_EMIT historyViewChanged();
+    };
+    follow(m_contentView.showHistory(), m_historyView, make, &VexiloApp::historyViewChanged);
+}
+
+/// Makes a screen's state anew when the screen is to be shown, and lets go of it afterwards.
+template <class View, class Make>
+void VexiloApp::follow(
+    bool isShown, std::unique_ptr<View>& view, const Make& make, void (VexiloApp::*changed)())
+{
+    if (isShown == (view != nullptr))
+        return;
+    std::unique_ptr<View> previous = std::move(view);
+    if (isShown)
+        view = make();
+    Q_EMIT(this->*changed)();
     // It is the screen's own signal that closes it.
     if (previous)
         previous.release()->deleteLater();

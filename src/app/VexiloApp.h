@@ -51,6 +51,9 @@ private:
     void showWhenAppearanceIsKnown(QQuickWindow* window);
     void followSettings();
     void followHistory();
+    template <class View, class Make>
+    void follow(
+        bool isShown, std::unique_ptr<View>& view, const Make& make, void (VexiloApp::*changed)());
 
     // First, since the views' types are loaded by a thread of the engine's own meanwhile.
     QQmlEngine m_engine;
