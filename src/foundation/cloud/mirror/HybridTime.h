@@ -36,7 +36,8 @@ public:
     [[nodiscard]] qint64 milliseconds() const { return m_milliseconds; }
     [[nodiscard]] qint64 counter() const { return m_counter; }
 
-    std::strong_ordering operator<=>(const HybridTime& other) const = default;
+    std::strong_ordering operator<=>(
+        const HybridTime& other) const = default; // NOLINT(modernize-use-nullptr)
 
 private:
     constexpr HybridTime(qint64 milliseconds, qint64 counter)

@@ -41,7 +41,8 @@ struct Epoch {
     [[nodiscard]] static std::optional<Epoch> fromClosedMarkerName(QStringView name);
     [[nodiscard]] QString closedMarkerName() const;
 
-    std::strong_ordering operator<=>(const Epoch& other) const = default;
+    std::strong_ordering operator<=>(
+        const Epoch& other) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 } // namespace mirror
