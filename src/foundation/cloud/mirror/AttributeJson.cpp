@@ -1,0 +1,144 @@
+#include "AttributeJson.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace mirror {
+
+namespace {
+
+constexpr qsizetype MaxDoubleBytes = 32; // the shortest form of a double has at most 24
+
+bool isNullable(AttributeKind kind)
+{
+    return kind == AttributeKind::Date || kind == AttributeKind::Text;
+}
+
+bool isInRange(WallTime date) { return date >= EarliestDate && date <= LatestDate; }
+
+std::optional<QByteArray> textOf(std::monostate, AttributeKind kind)
+{
+    return isNullable(kind) ? std::optional<QByteArray>("null") : std::nullopt;
+}
+
+std::optional<QByteArray> textOf(bool value, AttributeKind kind)
+{
+    if (kind != AttributeKind::Boolean)
+        return std::nullopt;
+    return value ? "true" : "false";
+}
+
+std::optional<QByteArray> textOf(qint32 value, AttributeKind kind)
+{
+    if (kind != AttributeKind::Integer32)
+        return std::nullopt;
+    return QByteArray::number(value);
+}
+
+std::optional<QByteArray> textOf(double value, AttributeKind kind)
+{
+    if (kind != AttributeKind::Double || !std::isfinite(value))
+        return std::nullopt;
+    std::array<char, MaxDoubleBytes> digits {};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    return quotedJson({ digits.data(), end });
+}
+
+std::optional<QByteArray> textOf(WallTime value, AttributeKind kind)
+{
+    if (kind != AttributeKind::Date || !isInRange(value))
+        return std::nullopt;
+    return QByteArray::number(qint64(value.time_since_epoch().count()));
+}
+
+std::optional<QByteArray> textOf(const Text& value, AttributeKind kind)
+{
+    if (kind != AttributeKind::Text)
+        return std::nullopt;
+    return quotedJson(value.utf8());
+}
+
+/// What std::from_chars takes besides decimals begins with a letter: infinities, and what is no
+/// number.
+bool beginsAsNumber(QByteArrayView text)
+{
+    const char first = text.startsWith('-') && text.size() > 1 ? text[1] : text.front();
+    return first >= '0' && first <= '9';
+}
+
+std::optional<Value> readDouble(const QByteArray& text)
+{
+    if (text.isEmpty() || text.size() > MaxDoubleBytes || !beginsAsNumber(text))
+        return std::nullopt;
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
+    if (error != std::errc() || end != text.end())
+        return std::nullopt;
+    return Value(value);
+}
+
+std::optional<Value> readInteger(qint64 number)
+{
+    if (!std::in_range<qint32>(number))
+        return std::nullopt;
+    return Value(static_cast<qint32>(number));
+}
+
+std::optional<Value> readDate(qint64 number)
+{
+    const WallTime date { std::chrono::milliseconds(number) };
+    return isInRange(date) ? std::optional<Value>(date) : std::nullopt;
+}
+
+std::optional<Value> readText(const QByteArray& utf8)
+{
+    const auto text = Text::fromUtf8(utf8);
+    return text ? std::optional<Value>(*text) : std::nullopt;
+}
+
+JsonValue::Kind jsonKind(AttributeKind kind)
+{
+    switch (kind) {
+    case AttributeKind::Boolean:
+        return JsonValue::Kind::Boolean;
+    case AttributeKind::Integer32:
+    case AttributeKind::Date:
+        return JsonValue::Kind::Integer;
+    case AttributeKind::Double:
+    case AttributeKind::Text:
+        return JsonValue::Kind::String;
+    }
+    return JsonValue::Kind::Null;
+}
+
+} // namespace
+
+std::optional<QByteArray> attributeText(const Value& value, AttributeKind kind)
+{
+    return std::visit([kind](const auto& content) { return textOf(content, kind); }, value);
+}
+
+std::optional<Value> attributeValue(const JsonValue& json, AttributeKind kind)
+{
+    if (json.is(JsonValue::Kind::Null) && isNullable(kind))
+        return Value();
+    if (!json.is(jsonKind(kind)))
+        return std::nullopt;
+    switch (kind) {
+    case AttributeKind::Boolean:
+        return Value(json.boolean);
+    case AttributeKind::Integer32:
+        return readInteger(json.integer);
+    case AttributeKind::Double:
+        return readDouble(json.text);
+    case AttributeKind::Date:
+        return readDate(json.integer);
+    case AttributeKind::Text:
+        return readText(json.text);
+    }
+    return std::nullopt;
+}
+
+} // namespace mirror
