@@ -1,0 +1,329 @@
+#include "MirrorEngine.h"
+#include "MemoryFileStore.h"
+#include "MemoryMirror.h"
+#include "MirrorFixture.h"
+
+#include <QTest>
+
+using namespace mirror;
+using namespace std::chrono_literals;
+using Result = SyncReport::Result;
+using Operation = MemoryFileStore::Operation;
+
+namespace {
+
+const MirrorFolders folders { QStringLiteral("org.example.notes/") };
+
+/// One device, on which nothing is put off at random.
+class Device {
+public:
+    explicit Device(std::shared_ptr<MemoryFiles> files, const QString& account = {})
+        : store(std::move(files))
+        , engine({ store, local, noteSchema(), [this] { return now; }, [] { return 42; } },
+              { folders, account.isEmpty() ? QStringLiteral("someone") : account, "Ours.\n",
+                  WriterId(7), { .files = 4, .bytes = 100'000, .delay = 0ms } })
+    {
+    }
+
+    void save(const Record& record)
+    {
+        LocalTransaction writing(local);
+        local.records().store(record);
+        QVERIFY(writing.commit());
+    }
+    /// As many syncs, a while apart.
+    SyncReport syncs(int count, std::chrono::milliseconds pause)
+    {
+        SyncReport report;
+        for (int i = 0; i < count; ++i) {
+            report = engine.sync();
+            now += pause;
+        }
+        return report;
+    }
+    [[nodiscard]] QString epochFolder() { return folders.epoch(*local.data().memory.epoch); }
+
+    WallTime now { 1'763'690'400'000ms };
+    MemoryMirror local;
+    MemoryFileStore store;
+
+    MirrorEngine engine;
+};
+
+Record note(quint32 number) { return { identity(number), liveNote({}, QStringLiteral("Note")) }; }
+
+std::set<QUuid> idsOf(Device& device)
+{
+    std::set<QUuid> ids;
+    for (const auto& [id, carried] : device.local.data().records.rows)
+        ids.insert(id);
+    return ids;
+}
+
+/// Puts a file under the name of its bytes.
+QString addFile(MemoryFiles& files, const QString& folder, const QByteArray& bytes)
+{
+    QString path = folder + FileName::of(FileContent::Records, bytes).toText();
+    files.files.insert(path, bytes);
+    return path;
+}
+
+void removeFolder(MemoryFiles& files, const QString& folder)
+{
+    for (const QString& path : files.files.keys()) {
+        if (path.startsWith(folder))
+            files.files.remove(path);
+    }
+    files.collections.erase(folder);
+}
+
+} // namespace
+
+class MirrorEngineTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_files = std::make_shared<MemoryFiles>(); }
+
+    void nothingIsMadeBeforeMirroringIsSwitchedOn()
+    {
+        Device device(m_files);
+        device.save(note(1));
+
+        QCOMPARE(device.engine.sync().result, Result::Done);
+
+        QVERIFY(m_files->files.isEmpty() && m_files->collections.empty());
+    }
+
+    void aSecondDeviceReadsWhatTheFirstWrote()
+    {
+        Device first(m_files);
+        Device second(m_files);
+        first.save(note(1));
+        QVERIFY(first.engine.switchOn() && second.engine.switchOn());
+
+        QCOMPARE(first.engine.sync().result, Result::Done);
+        QCOMPARE(second.engine.sync().records.rowsChanged, 1);
+
+        QCOMPARE(idsOf(second), idsOf(first));
+        QCOMPARE(second.epochFolder(), first.epochFolder());
+    }
+
+    void anIdlePollIsOneRequest()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.syncs(2, 5min);
+        const auto before = device.store.requests().size();
+
+        device.engine.sync();
+
+        QCOMPARE(device.store.requests().size() - before, 1);
+    }
+
+    void whatIsNotUnderstoodIsNeverDeleted()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const QString folder = device.epochFolder();
+        const QStringList kept { addFile(*m_files, folder, fileOf(noteHeader(1), { "{}" })),
+            addFile(*m_files, folder, "another format\n"), folder + QStringLiteral("photo.jpg"),
+            folder + QStringLiteral("b2-") + QString(64, QLatin1Char('0'))
+                + QStringLiteral(".jsonl") };
+        for (const QString& path : kept.mid(2))
+            m_files->files.insert(path, "bytes");
+
+        for (quint32 number = 1; number < 30; ++number) {
+            device.save(note(number));
+            device.syncs(2, 5min);
+        }
+
+        QVERIFY(m_files->files.size() < 15);
+        for (const QString& path : kept)
+            QVERIFY2(m_files->files.contains(path), qPrintable(path));
+    }
+
+    void partsAreHalvedUntilThereIsRoom()
+    {
+        Device device(m_files);
+        for (quint32 number = 1; number <= 2000; ++number)
+            device.save(note(number));
+        device.store.setFaults([&](const auto& request) {
+            const bool isFirst = request.operation == Operation::Put && m_refusals > 0
+                && request.path.endsWith(QStringLiteral(".jsonl"));
+            m_refusals -= isFirst ? 1 : 0;
+            return isFirst ? std::optional(MemoryFileStore::Fault {
+                       .error = FileError { FileError::Kind::TooLarge, 413, std::nullopt, {} } })
+                           : std::nullopt;
+        });
+        QVERIFY(device.engine.switchOn());
+
+        QCOMPARE(device.engine.sync().records.rowsPublished, 2000);
+
+        QCOMPARE(m_refusals, 0);
+        for (const QByteArray& bytes : m_files->files)
+            QVERIFY(bytes.size() <= FileLimits::WrittenBytes / 8);
+    }
+
+    void aMissingFolderIsMadeAgainAfterTenMinutes()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const QString lost = device.epochFolder();
+        removeFolder(*m_files, lost);
+
+        const SyncReport early = device.syncs(5, 2min);
+        QCOMPARE(early.result, Result::Waiting);
+        QVERIFY(early.comeBack.has_value());
+        QCOMPARE(m_files->files.size(), 1); // the README
+
+        QCOMPARE(device.engine.sync().result, Result::Done);
+        QVERIFY(device.epochFolder() != lost);
+        QCOMPARE(m_files->files.size(), 2);
+    }
+
+    void aListingThatFailsSaysNothingOfAbsence()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        m_files->collections.clear();
+
+        const SyncReport report = device.syncs(20, 5min);
+
+        QCOMPARE(report.result, Result::Failed);
+        QVERIFY(m_files->collections.empty());
+    }
+
+    void aDeletedZoneStopsTheOthersAndKeepsTheirRows()
+    {
+        Device first(m_files);
+        Device second(m_files);
+        first.save(note(1));
+        QVERIFY(first.engine.switchOn() && second.engine.switchOn());
+        first.engine.sync();
+        second.engine.sync();
+        const QString folder = first.epochFolder();
+
+        QVERIFY(first.engine.deleteZone());
+        QVERIFY(!first.engine.sync().isDeletionPending);
+        const SyncReport report = second.engine.sync();
+
+        QVERIFY(!m_files->collections.contains(folder));
+        QCOMPARE(report.result, Result::Stopped);
+        QCOMPARE(report.phase, MirrorPhase::Deleted);
+        QCOMPARE(report.comeBack, std::nullopt);
+        QCOMPARE(idsOf(second), std::set { identity(1) });
+    }
+
+    void aDeletionIsFinishedAfterAFailure()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const QString folder = device.epochFolder();
+        device.store.setFaults([](const auto& request) {
+            return request.operation == Operation::Remove ? std::optional(MemoryFileStore::Fault {})
+                                                          : std::nullopt;
+        });
+
+        QVERIFY(device.engine.deleteZone());
+        QVERIFY(device.engine.sync().isDeletionPending);
+        QVERIFY(m_files->collections.contains(folder));
+        device.store.setFaults({});
+        QVERIFY(!device.engine.sync().isDeletionPending);
+        QVERIFY(!m_files->collections.contains(folder));
+    }
+
+    void anotherAccountStopsUntilMirroringIsSwitchedOn()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const auto others = std::make_shared<MemoryFiles>();
+        Device moved(others, QStringLiteral("another"));
+        moved.local.setData(device.local.data());
+
+        QCOMPARE(moved.engine.sync().phase, MirrorPhase::OtherAccount);
+        QVERIFY(others->collections.empty());
+
+        QVERIFY(moved.engine.switchOn());
+        QCOMPARE(moved.engine.sync().records.rowsPublished, 1);
+    }
+
+    void whoIsNotLetInWaitsForOtherCredentials()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.store.setFaults([](const auto&) {
+            return MemoryFileStore::Fault { .error
+                = FileError { FileError::Kind::Unauthorised, 401, std::nullopt, {} } };
+        });
+
+        const SyncReport report = device.engine.sync();
+
+        QCOMPARE(report.result, Result::Failed);
+        QCOMPARE(report.comeBack, std::nullopt);
+        QCOMPARE(device.store.requests().size(), 1);
+    }
+
+    void whatWasWrittenIntoASecondEpochIsNotLost()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const Epoch later { 9'999'999'999'999, 1 };
+        m_files->collections.insert(folders.epoch(later));
+        const QByteArray bytes
+            = writeRecords(std::array { note(5) }, noteSchema(), someOrigin()).bytes;
+        addFile(*m_files, folders.epoch(later), bytes);
+        const QString mine = device.epochFolder();
+
+        device.syncs(12, 5min);
+
+        QCOMPARE(device.epochFolder(), mine);
+        QCOMPARE(idsOf(device), std::set { identity(5) });
+        QVERIFY(device.local.data().records.rows.at(identity(5)).carrier->folder == mine);
+    }
+
+    void theServersClockCorrectsOurs()
+    {
+        Device device(m_files);
+        device.store.setServerDate(
+            QDateTime::fromMSecsSinceEpoch((device.now + 61s).time_since_epoch().count(), Qt::UTC));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        QCOMPARE(device.local.data().memory.clockOffset, 61'000ms);
+
+        device.store.setServerDate(
+            QDateTime::fromMSecsSinceEpoch((device.now + 59s).time_since_epoch().count(), Qt::UTC));
+        device.engine.sync();
+        QCOMPARE(device.local.data().memory.clockOffset, 0ms);
+    }
+
+    void aClockIsNeverBehindWhatItRead()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const Record future { identity(1), deadNote(9'000'000'000'000) };
+        addFile(*m_files, device.epochFolder(),
+            writeRecords(std::array { future }, noteSchema(), someOrigin()).bytes);
+
+        device.engine.sync();
+
+        QCOMPARE(device.local.data().memory.lastTime, timeAt(9'000'000'000'000));
+    }
+
+private:
+    std::shared_ptr<MemoryFiles> m_files;
+    int m_refusals = 3;
+};
+
+QTEST_APPLESS_MAIN(MirrorEngineTest)
+#include "MirrorEngineTest.moc"
