@@ -98,13 +98,8 @@ bool MirrorEngine::switchOn()
     m_pollsSinceKeyValues = PollsPerZoneListing;
     m_failures = 0;
     return bool(remember([this](MirrorMemory& memory) {
-        if (memory.account != m_setup.account) {
-            m_world.local.records().forgetAll();
-            memory.epoch.reset();
-            memory.closedEpochs.clear();
-            memory.deletion.reset();
-            memory.account = m_setup.account;
-        }
+        if (memory.account != m_setup.account)
+            adoptAccount(memory);
         m_world.local.keyValues().forgetAll();
         memory.phase = MirrorPhase::Joining;
         memory.missingListings = 0;
@@ -141,11 +136,22 @@ Outcome<> MirrorEngine::checkAccount()
     if (known->account == m_setup.account)
         return {};
     return remember([this](MirrorMemory& memory) {
-        if (memory.account.isEmpty())
-            memory.account = m_setup.account;
+        if (memory.account.isEmpty() || memory.phase == MirrorPhase::Off)
+            adoptAccount(memory);
         else
             memory.phase = MirrorPhase::OtherAccount;
     });
+}
+
+/// Nothing of what was seen in another one counts any more.
+void MirrorEngine::adoptAccount(MirrorMemory& memory)
+{
+    m_world.local.records().forgetAll();
+    m_world.local.keyValues().forgetAll();
+    memory.epoch.reset();
+    memory.closedEpochs.clear();
+    memory.deletion.reset();
+    memory.account = m_setup.account;
 }
 
 Outcome<QList<FileEntry>> MirrorEngine::list(const QString& folder)

@@ -85,6 +85,7 @@ private:
 
     Outcome<Course> mirror();
     Outcome<> checkAccount();
+    void adoptAccount(MirrorMemory& memory);
     void correctClock();
     Outcome<> syncKeyValues();
     Outcome<> syncKeyValueFolder(const QString& folder);

@@ -256,6 +256,19 @@ private Q_SLOTS:
         QCOMPARE(moved.engine.sync().records.rowsPublished, 1);
     }
 
+    void anotherAccountStopsNothingThatIsOff()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        QVERIFY(device.engine.switchOff());
+        Device moved(std::make_shared<MemoryFiles>(), QStringLiteral("another"));
+        moved.local.setData(device.local.data());
+
+        QCOMPARE(moved.engine.sync().phase, MirrorPhase::Off);
+        QCOMPARE(moved.local.data().memory.account, QStringLiteral("another"));
+    }
+
     void whoIsNotLetInWaitsForOtherCredentials()
     {
         Device device(m_files);
