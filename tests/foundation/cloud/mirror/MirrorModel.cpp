@@ -34,7 +34,7 @@ bool isWhole(const QString& path, const QByteArray& bytes)
 
 bool isEpoch(const QString& path)
 {
-    return path.startsWith(folders().zone())
+    return path.startsWith(folders().zone()) && path != folders().zone()
         && Epoch::fromFolderName(path.sliced(folders().zone().size()).chopped(1));
 }
 
