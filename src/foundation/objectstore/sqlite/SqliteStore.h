@@ -6,6 +6,8 @@
 
 #include <QUuid>
 
+class RowWriter;
+
 /// A record that a context wants saved.
 struct RowChange {
     const NSEntityDescription* entity = nullptr;
@@ -79,19 +81,14 @@ public:
     /// An identifier of a record that no other record anywhere has.
     Result<QUuid> identifierOf(const NSManagedObjectID& id);
 
-private:
-    void insertRows(const SaveRequest& request, SaveOutcome& outcome, HistoryWriter& history);
-    void updateRows(const SaveRequest& request, SaveOutcome& outcome, HistoryWriter& history);
-    void deleteRows(const SaveRequest& request, HistoryWriter& history);
-    SaveOutcome::Updated update(
-        const RowChange& change, NSMergePolicy policy, QStringList& conflicts);
-    void examineDeletions(const SaveRequest& request, QStringList& conflicts);
-    void writeHistory(HistoryWriter& history, const QString& author);
+    // For somebody who keeps tables of his own beside the records, in the same transactions. Both
+    // belong to the thread of this store; all that they do throws.
 
-    std::optional<qint64> versionOf(const EntityTable& table, qint64 id);
-    qint64 lastIdentity(const EntityTable& table);
-    void noteOrigin(const EntityTable& table, qint64 first);
-    void noteDeleted(const EntityTable& table, qint64 highest);
+    [[nodiscard]] SqliteConnection& connection() { return m_connection; }
+    [[nodiscard]] RowWriter rowWriter();
+
+private:
+    void writeHistory(RowWriter& rows, const QString& author);
 
     StoreSettings m_settings;
     SqliteConnection m_connection;
