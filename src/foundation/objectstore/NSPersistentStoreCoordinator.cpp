@@ -98,55 +98,91 @@ void NSPersistentStoreCoordinator::mergeAutomatically(
 
 Result<bool> NSPersistentStoreCoordinator::pollRemoteChanges()
 {
+    bool isAny = false;
+    while (true) {
+        const auto merged = mergeRemoteChanges(std::numeric_limits<std::size_t>::max());
+        if (!merged)
+            return merged.error();
+        isAny = isAny || *merged != RemoteChanges::None;
+        if (*merged != RemoteChanges::MoreToMerge)
+            return isAny;
+    }
+}
+
+auto NSPersistentStoreCoordinator::mergeRemoteChanges(std::size_t most) -> Result<RemoteChanges>
+{
     const Result<SqliteStore*> store = loadedStore();
     if (!store)
         return store.error();
-    Result<bool> isChanged = (*store)->wasChangedElsewhere();
-    if (!isChanged || !*isChanged)
-        return isChanged;
-    if (!(*store)->keepsHistory()) {
-        for (NSManagedObjectContext* context : std::vector(m_contexts)) {
-            if (context->automaticallyMergesChangesFromParent())
-                context->refreshAllObjects();
-        }
-        if (m_notifiesOfRemoteChanges)
-            Q_EMIT remoteChange({});
-        return true;
+    if (m_unmerged.empty()) {
+        const Result<bool> isChanged = (*store)->wasChangedElsewhere();
+        if (!isChanged)
+            return isChanged.error();
+        if (!*isChanged && m_isHistoryRead)
+            return RemoteChanges::None;
+        if (!(*store)->keepsHistory())
+            return refreshEverything();
+        if (const Result<void> read = readChangesOfOthers(most); !read)
+            return read.error();
     }
-    const Result<NSObjectIDChanges> changes = changesOfOthers();
-    if (!changes)
-        return changes.error();
-    if (changes->isEmpty())
-        return false;
-    mergeAutomatically(nullptr, *changes);
-    if (m_notifiesOfRemoteChanges)
-        Q_EMIT remoteChange(*changes);
-    return true;
+    const NSObjectIDChanges changes = takeUnmerged(most);
+    const bool isMore = !m_isHistoryRead || !m_unmerged.empty();
+    if (!changes.isEmpty()) {
+        mergeAutomatically(nullptr, changes);
+        if (m_notifiesOfRemoteChanges)
+            Q_EMIT remoteChange(changes);
+    }
+    if (isMore)
+        return RemoteChanges::MoreToMerge;
+    return changes.isEmpty() ? RemoteChanges::None : RemoteChanges::Merged;
 }
 
-Result<NSObjectIDChanges> NSPersistentStoreCoordinator::changesOfOthers()
+/// Without a history nobody knows what was changed.
+NSPersistentStoreCoordinator::RemoteChanges NSPersistentStoreCoordinator::refreshEverything()
 {
-    const auto transactions = m_store->historyAfter(m_lastSeenTransaction);
+    for (NSManagedObjectContext* context : std::vector(m_contexts)) {
+        if (context->automaticallyMergesChangesFromParent())
+            context->refreshAllObjects();
+    }
+    if (m_notifiesOfRemoteChanges)
+        Q_EMIT remoteChange({});
+    return RemoteChanges::Merged;
+}
+
+Result<void> NSPersistentStoreCoordinator::readChangesOfOthers(std::size_t most)
+{
+    const auto transactions = m_store->historyAfter(m_lastSeenTransaction, most);
     if (!transactions)
         return transactions.error();
-    const std::vector<qint64> own = m_store->takeOwnTransactions();
-    NSObjectIDChanges changes;
+    std::size_t count = 0;
+    const std::vector<qint64>& own = m_store->ownTransactions();
     QSet<NSManagedObjectID> deleted;
     for (const PersistentHistoryTransaction& transaction : *transactions) {
         m_lastSeenTransaction = transaction.number;
         const bool isOwn = std::find(own.begin(), own.end(), transaction.number) != own.end();
+        count += transaction.changes.size();
         for (const PersistentHistoryChange& change : transaction.changes) {
             if (change.kind == PersistentHistoryChangeKind::Delete)
                 deleted.insert(change.id);
             if (!isOwn)
-                changes[keyOf(change.kind)].push_back(change.id);
+                m_unmerged.push_back(change);
         }
     }
+    m_isHistoryRead = count < most;
+    m_store->forgetOwnTransactions(m_lastSeenTransaction);
     // What came and went between two looks never was, whoever deleted it.
-    for (const QString& key : { NSInsertedObjectsKey, NSUpdatedObjectsKey }) {
-        const auto list = changes.find(key);
-        if (list != changes.end())
-            std::erase_if(*list, [&](const auto& id) { return deleted.contains(id); });
+    std::erase_if(m_unmerged, [&](const PersistentHistoryChange& change) {
+        return change.kind != PersistentHistoryChangeKind::Delete && deleted.contains(change.id);
+    });
+    return {};
+}
+
+NSObjectIDChanges NSPersistentStoreCoordinator::takeUnmerged(std::size_t most)
+{
+    NSObjectIDChanges changes;
+    for (std::size_t i = 0; i < most && !m_unmerged.empty(); ++i) {
+        changes[keyOf(m_unmerged.front().kind)].push_back(m_unmerged.front().id);
+        m_unmerged.pop_front();
     }
     return changes;
 }

@@ -7,6 +7,8 @@
 
 #include <QUuid>
 
+#include <deque>
+
 class SqliteStore;
 
 /// Stands between the contexts of a container and its store file: carries saves from one context
@@ -29,9 +31,14 @@ public:
     /// The store, or the NoStore error where there is none.
     Result<SqliteStore*> loadedStore() const;
 
+    /// What a look at what others changed came to.
+    enum class RemoteChanges { None, Merged, MoreToMerge };
     /// Looks whether another process (or another container) changed the store since the last look.
-    /// If so, merges that into the contexts that merge automatically, emits remoteChange where the
-    /// store's option wishes it, and returns true. Costs microseconds when there is nothing new.
+    /// If so, merges the next changes, about so many, into the contexts that merge automatically,
+    /// and emits remoteChange where the store's option wishes it. Costs microseconds when there is
+    /// nothing new.
+    Result<RemoteChanges> mergeRemoteChanges(std::size_t most);
+    /// Merges all that there is; false where there was nothing.
     Result<bool> pollRemoteChanges();
 
     /// The recorded transactions after one of that number, oldest first; all of them after 0.
@@ -52,7 +59,9 @@ private:
     friend class NSManagedObjectContext;
 
     void didSave(const NSManagedObjectContext& saver, const NSObjectIDChanges& changes);
-    Result<NSObjectIDChanges> changesOfOthers();
+    Result<void> readChangesOfOthers(std::size_t most);
+    NSObjectIDChanges takeUnmerged(std::size_t most);
+    RemoteChanges refreshEverything();
     void mergeAutomatically(const NSManagedObjectContext* except, const NSObjectIDChanges& changes);
 
     std::shared_ptr<const NSManagedObjectModel> m_model;
@@ -60,4 +69,6 @@ private:
     std::vector<NSManagedObjectContext*> m_contexts;
     bool m_notifiesOfRemoteChanges = false;
     qint64 m_lastSeenTransaction = 0;
+    std::deque<PersistentHistoryChange> m_unmerged; // of others, read and not yet merged
+    bool m_isHistoryRead = true; // to its end
 };

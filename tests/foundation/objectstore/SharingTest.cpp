@@ -164,6 +164,34 @@ private Q_SLOTS:
         QCOMPARE(title(*list.object(1)), QStringLiteral("b"));
     }
 
+    void manyChangesAreMergedInSlices()
+    {
+        context().setAutomaticallyMergesChangesFromParent(true);
+        NSFetchedResultsController list(notesByDate(SortDescriptor::Order::Ascending), context());
+        QVERIFY(list.performFetch());
+        std::vector<std::shared_ptr<NSManagedObject>> theirs;
+        for (int i = 0; i < 7; ++i) {
+            theirs.push_back(addNote(theirContext(), QString::number(i), i));
+            if (i % 3 == 2)
+                mustSave(theirContext());
+        }
+        theirContext().deleteObject(*theirs.front()); // it came and goes within two slices
+        mustSave(theirContext());
+        using Merge = NSPersistentStoreCoordinator::RemoteChanges;
+        QList<int> rows;
+
+        Merge last = Merge::MoreToMerge;
+        while (last == Merge::MoreToMerge) {
+            last = *m_ours->persistentStoreCoordinator().mergeRemoteChanges(2);
+            rows.append(list.rowCount());
+        }
+
+        QCOMPARE(list.rowCount(), 6);
+        QCOMPARE(title(*list.object(0)), QStringLiteral("1"));
+        QVERIFY(rows.size() >= 4); // eight changes by two
+        QCOMPARE(*m_ours->persistentStoreCoordinator().mergeRemoteChanges(2), Merge::None);
+    }
+
     void withoutTheOptionALookDoesNotSignal()
     {
         open({ NSPersistentHistoryTrackingKey });

@@ -23,19 +23,25 @@ void insertRow(SqliteConnection& connection, bool isFirst, const QString& author
     insert->exec();
 }
 
-void appendChanges(
-    PersistentHistoryTransaction& transaction, SQLite::Statement& row, const EntityTable& table)
+std::vector<qint64> identitiesIn(const SQLite::Column& bytes)
 {
-    const SQLite::Column bytes = row.getColumn(5);
-    const auto ids = unpackIdentities(
+    auto ids = unpackIdentities(
         { static_cast<const char*>(bytes.getBlob()), static_cast<std::size_t>(bytes.getBytes()) });
     if (!ids)
         throw StoreError { StoreError::Code::Corrupt, QStringLiteral("The history is damaged."),
             {} };
+    return *std::move(ids);
+}
+
+std::size_t appendChanges(
+    PersistentHistoryTransaction& transaction, SQLite::Statement& row, const EntityTable& table)
+{
+    const std::vector<qint64> ids = identitiesIn(row.getColumn(5));
     const auto kind = static_cast<PersistentHistoryChangeKind>(row.getColumn(2).getInt());
     const quint64 attributes = table.fromFile(static_cast<quint64>(row.getColumn(4).getInt64()));
-    for (const qint64 id : *ids)
+    for (const qint64 id : ids)
         transaction.changes.push_back({ kind, { &table.entity(), id }, attributes });
+    return ids.size();
 }
 
 /// Where the transaction after one of that number begins; the last one, whose number must not be
@@ -77,23 +83,54 @@ qint64 HistoryWriter::write(SqliteConnection& connection, const QString& author)
 }
 
 std::vector<PersistentHistoryTransaction> readHistory(
-    SqliteConnection& connection, const EntityTables& tables, qint64 after)
+    SqliteConnection& connection, const EntityTables& tables, qint64 after, std::size_t changes)
 {
     std::vector<PersistentHistoryTransaction> transactions;
+    std::size_t count = 0;
     Query query(connection,
         "SELECT number, stamp, kind, entity, attributes, identities, author FROM _store_history "
         "WHERE number > ? ORDER BY number");
     query->bind(1, static_cast<int64_t>(after));
     while (query->executeStep()) {
-        if (!query->getColumn(1).isNull())
+        const bool isFirst = !query->getColumn(1).isNull();
+        if (isFirst && count >= changes)
+            break;
+        if (isFirst)
             transactions.push_back({ query->getColumn(0).getInt64(),
                 QDateTime::fromMSecsSinceEpoch(query->getColumn(1).getInt64(), Qt::UTC),
                 QString::fromUtf8(query->getColumn(6).getText()), {} });
         const EntityTable* table = tables.numbered(query->getColumn(3).getInt());
         if (!transactions.empty() && table != nullptr) // before: the rest of transaction `after`
-            appendChanges(transactions.back(), *query, *table);
+            count += appendChanges(transactions.back(), *query, *table);
     }
     return transactions;
+}
+
+std::optional<HistoryRow> historyRowAfter(
+    SqliteConnection& connection, const EntityTables& tables, qint64 number)
+{
+    Query query(connection,
+        "SELECT number, kind, entity, attributes, identities FROM _store_history "
+        "WHERE number > ? ORDER BY number LIMIT 1");
+    query->bind(1, static_cast<int64_t>(number));
+    if (!query->executeStep())
+        return std::nullopt;
+    HistoryRow row;
+    row.number = query->getColumn(0).getInt64();
+    row.kind = static_cast<PersistentHistoryChangeKind>(query->getColumn(1).getInt());
+    row.table = tables.numbered(query->getColumn(2).getInt());
+    if (row.table != nullptr)
+        row.attributes = row.table->fromFile(static_cast<quint64>(query->getColumn(3).getInt64()));
+    row.ids = identitiesIn(query->getColumn(4));
+    Query transaction(connection,
+        "SELECT stamp, author FROM _store_history WHERE number <= ? AND stamp IS NOT NULL "
+        "ORDER BY number DESC LIMIT 1");
+    transaction->bind(1, static_cast<int64_t>(row.number));
+    if (transaction->executeStep()) {
+        row.stamp = transaction->getColumn(0).getInt64();
+        row.author = QString::fromUtf8(transaction->getColumn(1).getText());
+    }
+    return row;
 }
 
 void pruneHistory(SqliteConnection& connection, qint64 upTo)

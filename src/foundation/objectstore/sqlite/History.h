@@ -36,10 +36,26 @@ private:
     std::map<Group, std::vector<qint64>> m_groups;
 };
 
-/// The transactions after one of that number, oldest first; entities that the model no longer
-/// knows are left out. Throws SQLite::Exception, and StoreError for a damaged row.
+/// The transactions after one of that number, oldest first, as many as have so many changes
+/// together; entities that the model no longer knows are left out. Throws SQLite::Exception, and
+/// StoreError for a damaged row.
 std::vector<PersistentHistoryTransaction> readHistory(
-    SqliteConnection& connection, const EntityTables& tables, qint64 after);
+    SqliteConnection& connection, const EntityTables& tables, qint64 after, std::size_t changes);
+
+/// One row of the history, for whoever goes through it slice by slice.
+struct HistoryRow {
+    qint64 number = 0;
+    qint64 stamp = 0; ///< of its transaction, in milliseconds since 1970 UTC
+    QString author; ///< of its transaction
+    PersistentHistoryChangeKind kind = PersistentHistoryChangeKind::Insert;
+    const EntityTable* table = nullptr; ///< null for an entity that the model no longer knows
+    quint64 attributes = 0;
+    std::vector<qint64> ids; ///< ascending
+};
+
+/// The first row after that number. Throws SQLite::Exception, and StoreError for a damaged row.
+std::optional<HistoryRow> historyRowAfter(
+    SqliteConnection& connection, const EntityTables& tables, qint64 number);
 
 /// Forgets the insertions and updates of the transactions up to one of that number. Throws
 /// SQLite::Exception.

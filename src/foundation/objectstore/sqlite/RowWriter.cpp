@@ -91,12 +91,13 @@ void RowWriter::update(const NSEntityDescription* entity, qint64 id, qint64 vers
     m_history.add(HistoryWriter::Kind::Update, table, changed, id);
 }
 
-AttributeValues RowWriter::values(const NSEntityDescription* entity, qint64 id)
+std::optional<AttributeValues> RowWriter::values(const NSEntityDescription* entity, qint64 id)
 {
     const EntityTable& table = m_tables.of(entity);
     Query query(m_connection, table.rowSql());
     query->bind(1, static_cast<int64_t>(id));
-    query->executeStep();
+    if (!query->executeStep())
+        return std::nullopt;
     return table.values(*query);
 }
 

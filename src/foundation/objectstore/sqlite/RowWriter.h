@@ -24,8 +24,8 @@ public:
     /// Writes the attributes of the set, and the version, of a record that exists.
     void update(const NSEntityDescription* entity, qint64 id, qint64 version,
         const AttributeValues& values, quint64 changed);
-    /// What the store now has; the record exists.
-    AttributeValues values(const NSEntityDescription* entity, qint64 id);
+    /// What the store now has; nothing where there is no such record.
+    std::optional<AttributeValues> values(const NSEntityDescription* entity, qint64 id);
     /// One without a record is none.
     void remove(const NSEntityDescription* entity, qint64 id);
     /// Returns the identities of what is deleted, ascending.

@@ -30,7 +30,7 @@ SaveOutcome::Updated update(
     rows.update(change.entity, change.id, *version + 1, *change.values, change.changed);
     if (!isConflict)
         return { Kind::Written, *version + 1, {} };
-    return { Kind::Merged, *version + 1, rows.values(change.entity, change.id) };
+    return { Kind::Merged, *version + 1, rows.values(change.entity, change.id).value() };
 }
 
 void examineDeletions(RowWriter& rows, const SaveRequest& request, QStringList& conflicts)

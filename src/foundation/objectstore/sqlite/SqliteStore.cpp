@@ -140,9 +140,11 @@ Result<std::unique_ptr<IdentityCursor>> SqliteStore::openCursor(const NSFetchReq
         [&] { return std::make_unique<IdentityCursor>(m_settings.path, m_tables, request); });
 }
 
-Result<std::vector<PersistentHistoryTransaction>> SqliteStore::historyAfter(qint64 number)
+Result<std::vector<PersistentHistoryTransaction>> SqliteStore::historyAfter(
+    qint64 number, std::size_t changes)
 {
-    return guarded(m_settings.path, [&] { return readHistory(m_connection, *m_tables, number); });
+    return guarded(
+        m_settings.path, [&] { return readHistory(m_connection, *m_tables, number, changes); });
 }
 
 Result<void> SqliteStore::pruneHistory(qint64 upTo)

@@ -6,6 +6,8 @@
 
 #include <QUuid>
 
+#include <limits>
+
 class RowWriter;
 
 /// A record that a context wants saved.
@@ -68,15 +70,22 @@ public:
     Result<std::vector<qint64>> batchDelete(const NSFetchRequest& request, const QString& author);
 
     [[nodiscard]] bool keepsHistory() const { return m_settings.keepsHistory; }
-    Result<std::vector<PersistentHistoryTransaction>> historyAfter(qint64 number);
+    /// As many transactions as have so many changes together.
+    Result<std::vector<PersistentHistoryTransaction>> historyAfter(
+        qint64 number, std::size_t changes = std::numeric_limits<std::size_t>::max());
     /// Forgets insertions and updates up to a transaction; deletions stay.
     Result<void> pruneHistory(qint64 upTo);
     /// The number of the last transaction.
     Result<qint64> lastTransaction();
     /// Whether another connection changed the file since this was last asked.
     Result<bool> wasChangedElsewhere();
-    /// The transactions that this object wrote since it was last asked.
-    std::vector<qint64> takeOwnTransactions() { return std::exchange(m_ownTransactions, {}); }
+    /// The transactions that this object wrote, ascending.
+    [[nodiscard]] const std::vector<qint64>& ownTransactions() const { return m_ownTransactions; }
+    /// Those up to that number are asked for no more.
+    void forgetOwnTransactions(qint64 upTo)
+    {
+        std::erase_if(m_ownTransactions, [&](qint64 number) { return number <= upTo; });
+    }
 
     /// An identifier of a record that no other record anywhere has.
     Result<QUuid> identifierOf(const NSManagedObjectID& id);
@@ -86,6 +95,7 @@ public:
 
     [[nodiscard]] SqliteConnection& connection() { return m_connection; }
     [[nodiscard]] RowWriter rowWriter();
+    [[nodiscard]] const EntityTables& tables() const { return *m_tables; }
 
 private:
     void writeHistory(RowWriter& rows, const QString& author);
