@@ -12,28 +12,28 @@ void MemoryMirror::call()
 
 void MemoryMirror::setData(const Data& data)
 {
-    m_records.data() = data.records;
-    m_keyValues.data() = data.keyValues;
-    m_memory = data.memory;
+    if (isOpen())
+        qFatal("A profile was copied over within a transaction.");
+    m_data = data;
 }
 
 MirrorMemory MemoryMirror::memory()
 {
     call();
-    return m_memory;
+    return m_data.memory;
 }
 
 void MemoryMirror::setMemory(const MirrorMemory& memory)
 {
     call();
-    m_memory = memory;
+    m_data.memory = memory;
 }
 
 void MemoryMirror::begin()
 {
     if (isOpen())
         qFatal("A transaction within a transaction.");
-    m_before = data();
+    m_memoryBefore = m_data.memory;
 }
 
 bool MemoryMirror::commit()
@@ -41,14 +41,18 @@ bool MemoryMirror::commit()
     call();
     if (failsToCommit && failsToCommit())
         return false;
-    m_before.reset();
+    m_records.keepChanges();
+    m_keyValues.keepChanges();
+    m_memoryBefore.reset();
     return true;
 }
 
 void MemoryMirror::rollBack() noexcept
 {
-    setData(*m_before);
-    m_before.reset();
+    m_records.undoChanges();
+    m_keyValues.undoChanges();
+    m_data.memory = *m_memoryBefore;
+    m_memoryBefore.reset();
 }
 
 } // namespace mirror

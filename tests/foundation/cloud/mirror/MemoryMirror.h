@@ -21,12 +21,23 @@ public:
         std::map<QString, SeenFile> files; // by path
     };
 
-    explicit MemoryShelf(std::function<void()> called)
-        : m_called(std::move(called))
+    MemoryShelf(Data& data, std::function<void()> called)
+        : m_data(data)
+        , m_called(std::move(called))
     {
     }
 
-    [[nodiscard]] Data& data() { return m_data; }
+    void keepChanges()
+    {
+        m_rowsBefore.clear();
+        m_filesBefore.clear();
+    }
+    void undoChanges()
+    {
+        restore(m_data.rows, m_rowsBefore);
+        restore(m_data.files, m_filesBefore);
+        keepChanges();
+    }
 
     std::optional<Row> find(const Key& key) override
     {
@@ -37,12 +48,12 @@ public:
     void store(const Row& row) override
     {
         m_called();
-        m_data.rows.insert_or_assign(keyOf(row), Carried { row, std::nullopt });
+        change(m_data.rows, m_rowsBefore, keyOf(row), Carried { row, std::nullopt });
     }
     void setCarrier(const Key& key, const FileKey& file) override
     {
         m_called();
-        m_data.rows.at(key).carrier = file;
+        change(m_data.rows, m_rowsBefore, key, Carried { m_data.rows.at(key).row, file });
     }
     std::vector<Row> unpublished(const std::optional<Key>& after, std::size_t most) override
     {
@@ -74,28 +85,60 @@ public:
     void remember(const SeenFile& file) override
     {
         m_called();
-        m_data.files.insert_or_assign(file.key.path(), file);
+        change(m_data.files, m_filesBefore, file.key.path(), file);
     }
     void forget(const FileKey& file) override
     {
         m_called();
-        m_data.files.erase(file.path());
-        for (auto& [key, carried] : m_data.rows) {
+        change(m_data.files, m_filesBefore, file.path(), std::nullopt);
+        for (const auto& [key, carried] : m_data.rows) {
             if (carried.carrier == file)
-                carried.carrier.reset();
+                change(m_data.rows, m_rowsBefore, key, Carried { carried.row, std::nullopt });
         }
     }
     void forgetAll() override
     {
         m_called();
-        m_data.files.clear();
-        for (auto& [key, carried] : m_data.rows)
-            carried.carrier.reset();
+        while (!m_data.files.empty())
+            change(m_data.files, m_filesBefore, m_data.files.begin()->first, std::nullopt);
+        for (const auto& [key, carried] : m_data.rows) {
+            if (carried.carrier)
+                change(m_data.rows, m_rowsBefore, key, Carried { carried.row, std::nullopt });
+        }
     }
 
 private:
+    template <class Map>
+    using Before = std::map<typename Map::key_type, std::optional<typename Map::mapped_type>>;
+
+    /// Nothing takes the value away.
+    template <class Map>
+    static void change(Map& map, Before<Map>& before, typename Map::key_type key,
+        std::optional<typename Map::mapped_type> value)
+    {
+        const auto found = map.find(key);
+        const bool isThere = found != map.end();
+        before.try_emplace(key, isThere ? std::optional(found->second) : std::nullopt);
+        if (value)
+            map.insert_or_assign(key, std::move(*value));
+        else
+            map.erase(key);
+    }
+
+    template <class Map> static void restore(Map& map, const Before<Map>& before)
+    {
+        for (const auto& [key, value] : before) {
+            if (value)
+                map.insert_or_assign(key, *value);
+            else
+                map.erase(key);
+        }
+    }
+
+    Data& m_data;
     std::function<void()> m_called;
-    Data m_data;
+    Before<decltype(Data::rows)> m_rowsBefore; // this transaction
+    Before<decltype(Data::files)> m_filesBefore;
 };
 
 /// A LocalMirror for tests, which can fail, and "crash" by throwing, at any call.
@@ -108,9 +151,9 @@ public:
         MirrorMemory memory;
     };
 
-    [[nodiscard]] Data data() { return { m_records.data(), m_keyValues.data(), m_memory }; }
+    [[nodiscard]] const Data& data() const { return m_data; }
     void setData(const Data& data);
-    [[nodiscard]] bool isOpen() const { return m_before.has_value(); }
+    [[nodiscard]] bool isOpen() const { return m_memoryBefore.has_value(); }
 
     /// Asked at every call; may throw.
     std::function<void()> called;
@@ -130,10 +173,10 @@ protected:
 private:
     void call();
 
-    MemoryShelf<Record> m_records { [this] { call(); } };
-    MemoryShelf<KeyValue> m_keyValues { [this] { call(); } };
-    MirrorMemory m_memory;
-    std::optional<Data> m_before;
+    Data m_data;
+    MemoryShelf<Record> m_records { m_data.records, [this] { call(); } };
+    MemoryShelf<KeyValue> m_keyValues { m_data.keyValues, [this] { call(); } };
+    std::optional<MirrorMemory> m_memoryBefore; // within a transaction
 };
 
 } // namespace mirror

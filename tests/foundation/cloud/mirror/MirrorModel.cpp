@@ -398,7 +398,7 @@ void MirrorModel::checkBeliefs()
 void MirrorModel::checkLife()
 {
     for (auto& device : m_devices) {
-        const auto rows = device->local.data().records.rows;
+        const auto& rows = device->local.data().records.rows;
         for (const auto& [id, carried] : rows) {
             device->seen.insert(id);
             if (std::holds_alternative<DeadRecord>(carried.row.state)) {
@@ -418,7 +418,7 @@ QString MirrorModel::picture()
 {
     QString result;
     for (auto& device : m_devices) {
-        const MemoryMirror::Data data = device->local.data();
+        const MemoryMirror::Data& data = device->local.data();
         for (const auto& [id, carried] : data.records.rows)
             result += QString::fromUtf8(recordLine(carried.row))
                 + (carried.carrier ? carried.carrier->path() : QString());
@@ -427,7 +427,9 @@ QString MirrorModel::picture()
                 + (carried.carrier ? carried.carrier->path() : QString());
         result += QString::number(int(data.memory.phase));
     }
-    return result + m_files->files.keys().join(QLatin1Char('|'));
+    for (auto file = m_files->files.cbegin(); file != m_files->files.cend(); ++file)
+        result += file.key() + QString::number(file->size());
+    return result;
 }
 
 void MirrorModel::settleOnce()
@@ -478,8 +480,8 @@ void MirrorModel::checkEqual(const char* when)
             continue; // its clock runs backwards, and never shows that ten minutes are over
         if (first == nullptr)
             first = device.get();
-        const auto mine = device->local.data();
-        const auto other = first->local.data();
+        const auto& mine = device->local.data();
+        const auto& other = first->local.data();
         const auto sameRows = [](const auto& a, const auto& b) {
             return std::ranges::equal(a, b, [](const auto& left, const auto& right) {
                 return left.first == right.first && left.second.row == right.second.row;
@@ -510,7 +512,7 @@ void MirrorModel::checkCloud()
 void MirrorModel::checkBills()
 {
     for (auto& device : m_devices) {
-        const auto rows = device->local.data().records.rows;
+        const auto& rows = device->local.data().records.rows;
         for (quint32 number = 1; number <= m_bills; ++number) {
             const auto row = rows.find(identity(number));
             const bool wasMade = std::ranges::any_of(
