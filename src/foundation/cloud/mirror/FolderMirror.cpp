@@ -164,12 +164,16 @@ Outcome<> FolderMirror<Row>::mergeFile(SeenFile file, QIODevice& bytes, Carriers
     for (bool isAtEnd = false; !isAtEnd;) {
         LocalTransaction writing(m_world.local);
         m_shelf.remember(file);
+        HybridTime latest;
         for (std::size_t i = 0; i < RowsPerTransaction && !isAtEnd; ++i) {
             const auto row = reader.next();
             isAtEnd = !row;
-            if (row)
+            if (row) {
                 merge(*row, file.key, carriers);
+                latest = std::max(latest, Format<Row>::latest(*row));
+            }
         }
+        observe(latest);
         if (isAtEnd) {
             file.state = stateOf(reader.file().status());
             file.lines = reader.file().header() ? reader.file().header()->lines : 0;
@@ -193,10 +197,15 @@ void FolderMirror<Row>::merge(const Row& row, const FileKey& file, Carriers carr
     }
     if (merged == row && carriers == Carriers::Set)
         m_shelf.setCarrier(keyOf(row), file);
+}
+
+/// The clock is never behind what was read.
+template <class Row> void FolderMirror<Row>::observe(HybridTime latest)
+{
     MirrorMemory memory = m_world.local.memory();
-    if (Format<Row>::latest(row) <= memory.lastTime)
+    if (latest <= memory.lastTime)
         return;
-    memory.lastTime = Format<Row>::latest(row);
+    memory.lastTime = latest;
     m_world.local.setMemory(memory);
 }
 

@@ -79,6 +79,7 @@ private:
     Outcome<> readFile(SeenFile file, Carriers carriers);
     Outcome<> mergeFile(SeenFile file, QIODevice& bytes, Carriers carriers);
     void merge(const Row& row, const FileKey& file, Carriers carriers);
+    void observe(HybridTime latest);
     Outcome<> publishPart(const QString& folder, std::span<const Row> rows, std::size_t& taken);
     Outcome<> carry(const FileKey& file, qint64 size, std::span<const Row> rows);
     [[nodiscard]] FileOrigin origin();
