@@ -76,7 +76,7 @@ enum class MirrorPhase : quint8 {
     Off,
     Joining, ///< switched on by the user, who may thereby create an epoch
     Mirroring,
-    Deleted, ///< stopped: the zone was deleted on purpose, here or by another device
+    Deleted, ///< stopped: another device deleted the zone on purpose; a new epoch is joined
     OtherAccount, ///< stopped: the carriers belong to another account
 };
 

@@ -87,13 +87,15 @@ Outcome<MirrorEngine::Course> MirrorEngine::mirror()
     }
     if (auto synced = syncKeyValues(); !synced)
         return synced.error();
-    if (known->phase == MirrorPhase::Off)
-        return Course::Go;
-    return known->phase == MirrorPhase::Deleted ? Course::Stop : syncZone();
+    return known->phase == MirrorPhase::Off ? Course::Go : syncZone();
 }
 
 bool MirrorEngine::switchOn()
 {
+    const auto known = memory();
+    if (known && known->account == m_setup.account
+        && (known->phase == MirrorPhase::Joining || known->phase == MirrorPhase::Mirroring))
+        return true;
     m_isZoneDue = true;
     m_pollsSinceKeyValues = PollsPerZoneListing;
     m_failures = 0;
@@ -108,6 +110,9 @@ bool MirrorEngine::switchOn()
 
 bool MirrorEngine::switchOff()
 {
+    const auto known = memory();
+    if (known && known->phase == MirrorPhase::Off)
+        return true;
     return bool(remember([](MirrorMemory& memory) { memory.phase = MirrorPhase::Off; }));
 }
 
@@ -115,8 +120,7 @@ bool MirrorEngine::deleteZone()
 {
     return bool(remember([](MirrorMemory& memory) {
         memory.deletion = DeletionJournal();
-        if (memory.phase == MirrorPhase::Joining || memory.phase == MirrorPhase::Mirroring)
-            memory.phase = MirrorPhase::Deleted;
+        memory.phase = MirrorPhase::Off;
     }));
 }
 
@@ -248,6 +252,8 @@ Outcome<MirrorEngine::Course> MirrorEngine::syncZone()
     const auto known = memory();
     if (!known)
         return known.error();
+    if (known->phase == MirrorPhase::Deleted)
+        return Course::Stop;
     if (!known->epoch) {
         m_isZoneDue = true;
         return notUnderstood(QStringLiteral("There is no epoch to mirror into."));
@@ -271,7 +277,14 @@ Outcome<MirrorEngine::Course> MirrorEngine::syncEpoch(const Epoch& epoch)
         return forgotten.error();
     if (m_records.hasUnpublished() && !m_isZoneKnown) {
         m_isZoneDue = true; // the epoch may have been closed
-        return syncZone();
+        auto course = reviewZone();
+        if (!course || *course != Course::Go)
+            return course;
+        const auto known = memory();
+        if (!known)
+            return known.error();
+        if (known->epoch != epoch)
+            return syncZone();
     }
     if (auto read = readOthers(); !read)
         return read.error();
@@ -314,7 +327,7 @@ Outcome<MirrorEngine::Course> MirrorEngine::reviewZone()
 }
 
 /// Missing where the container's listing lacks it. Where the container is absent, too, nothing is
-/// known, unless the user just switched mirroring on: then there is nothing yet.
+/// known to a mirror that writes there; for one that waits or begins there is nothing.
 Outcome<MirrorEngine::Zone> MirrorEngine::listZone()
 {
     const auto listing = list(m_setup.folders.zone());
@@ -323,7 +336,9 @@ Outcome<MirrorEngine::Zone> MirrorEngine::listZone()
             return listing.error();
         const auto known = memory();
         const auto around = list(m_setup.folders.container);
-        if (around || (isAbsent(around.error()) && known && known->phase == MirrorPhase::Joining))
+        const bool isNothingNeeded = known
+            && (known->phase == MirrorPhase::Joining || known->phase == MirrorPhase::Deleted);
+        if (around || (isAbsent(around.error()) && isNothingNeeded))
             return Zone();
         return around.error();
     }
@@ -356,6 +371,8 @@ Outcome<MirrorEngine::Course> MirrorEngine::decide(const Zone& zone)
         return join(zone);
     if (known->phase == MirrorPhase::Joining)
         return createEpoch();
+    if (known->phase == MirrorPhase::Deleted)
+        return Course::Stop;
     // A marker that was seen and is gone with its folder still counts.
     if (known->epoch && known->closedEpochs.contains(*known->epoch))
         return stop();
@@ -471,8 +488,10 @@ Outcome<> MirrorEngine::closeEpochs(const Zone& zone)
         return known.error();
     const QList<Epoch> epochs = known->deletion->epochs;
     if (!zone.exists && !epochs.isEmpty()) {
-        if (auto made = m_world.files.makeCollection(m_setup.folders.zone()); !made)
-            return made.error();
+        for (const QString& folder : { m_setup.folders.container, m_setup.folders.zone() }) {
+            if (auto made = m_world.files.makeCollection(folder); !made)
+                return made.error();
+        }
     }
     const QByteArray marker = "{\"by\":\"" + deviceText(known->device) + "\",\"at\":"
         + QByteArray::number(qint64(m_world.now().time_since_epoch().count())) + "}\n";
@@ -548,6 +567,8 @@ SyncReport MirrorEngine::report(const Outcome<Course>& outcome)
     m_lastFailure.reset();
     if (*outcome == Course::Stop) {
         result.result = SyncReport::Result::Stopped;
+        if (result.phase == MirrorPhase::Deleted)
+            result.comeBack = IdlePause;
         return result;
     }
     const bool isSoon = m_records.isWaiting() || m_keyValues.isWaiting();

@@ -45,7 +45,8 @@ struct MirrorSetup {
 ///
 /// No row is ever deleted because something is absent: only a row's own tombstone does that. An
 /// epoch that is absent without a marker is created again only after three valid listings over ten
-/// minutes, or where the user switches mirroring on.
+/// minutes, or where the user switches mirroring on. Where another device deleted the zone, this
+/// one stops, and goes on as soon as it sees that a device began a new epoch.
 ///
 /// Synchronous, on one thread, without timers: whoever owns it calls sync() when comeBack is over,
 /// and sooner where there is a reason.
@@ -62,12 +63,14 @@ public:
 
     // What the user decides; each is remembered when it returns true, and done by the next syncs.
 
-    /// Joins the oldest open epoch, or creates one. Ends every stop.
+    /// Joins the oldest open epoch, or creates one. Ends every stop; changes nothing where
+    /// mirroring is on in this account.
     [[nodiscard]] bool switchOn();
     /// Everything is kept, here and there.
     [[nodiscard]] bool switchOff();
-    /// Deletes what all devices keep in the zone; their own rows stay, and they stop. Mirroring
-    /// stops here, too. Complete when isDeletionPending is false.
+    /// Deletes what all devices keep in the zone; their own rows stay, and they stop. Switches
+    /// mirroring off here. Complete when isDeletionPending is false; forgotten where the account
+    /// becomes another one before.
     [[nodiscard]] bool deleteZone();
 
     /// This is another device than the one that remembered all this: a copied profile, with another

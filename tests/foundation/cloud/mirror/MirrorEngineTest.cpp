@@ -52,6 +52,21 @@ public:
 
 Record note(quint32 number) { return { identity(number), liveNote({}, QStringLiteral("Note")) }; }
 
+/// As long as a saved bill: ten thousand of them are more than three files.
+Record bill(quint32 number)
+{
+    Note note { .amount = 1.0 / number, .count = qint32(number), .stamp = 1'763'690'400'000 };
+    note.place = QString(200, QLatin1Char('x'));
+    return { identity(number), liveNote(note, QStringLiteral("Dinner")) };
+}
+
+template <class Action> qsizetype requestsIn(Device& device, Action action)
+{
+    const qsizetype before = device.store.requests().size();
+    action();
+    return device.store.requests().size() - before;
+}
+
 std::set<QUuid> idsOf(Device& device)
 {
     std::set<QUuid> ids;
@@ -114,11 +129,61 @@ private Q_SLOTS:
         Device device(m_files);
         QVERIFY(device.engine.switchOn());
         device.syncs(2, 5min);
-        const auto before = device.store.requests().size();
+
+        QCOMPARE(requestsIn(device, [&] { device.engine.sync(); }), 1);
+    }
+
+    void oneSavedBillIsFiveRequestsOnTwoDevices()
+    {
+        Device writer(m_files);
+        Device reader(m_files);
+        QVERIFY(writer.engine.switchOn() && reader.engine.switchOn());
+        writer.syncs(2, 5min);
+        reader.syncs(2, 5min);
+        writer.save(note(1));
+
+        QCOMPARE(requestsIn(writer, [&] { writer.engine.sync(); }), 3);
+        QCOMPARE(requestsIn(reader, [&] { reader.engine.sync(); }), 2);
+
+        QCOMPARE(idsOf(reader), std::set { identity(1) });
+        QCOMPARE(requestsIn(writer, [&] { writer.engine.sync(); }), 1);
+    }
+
+    void tenThousandBillsAreFewRequests()
+    {
+        Device writer(m_files);
+        Device reader(m_files);
+        LocalTransaction writing(writer.local);
+        for (quint32 number = 1; number <= 10'000; ++number)
+            writer.local.records().store(bill(number));
+        QVERIFY(writing.commit());
+        QVERIFY(writer.engine.switchOn() && reader.engine.switchOn());
+
+        const auto written = requestsIn(writer, [&] { writer.engine.sync(); });
+        const auto read = requestsIn(reader, [&] { reader.engine.sync(); });
+
+        QVERIFY2(written <= 20, QByteArray::number(written));
+        QVERIFY2(read <= 20, QByteArray::number(read));
+        QCOMPARE(reader.local.data().records.rows.size(), 10'000U);
+    }
+
+    void aRowThatIsReadIsThreeCallsToTheStore()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        std::vector<Record> notes;
+        for (quint32 number = 1; number <= 1000; ++number)
+            notes.push_back({ identity(number), deadNote(number) });
+        addFile(
+            *m_files, device.epochFolder(), writeRecords(notes, noteSchema(), someOrigin()).bytes);
+        int calls = 0;
+        device.local.called = [&] { ++calls; };
 
         device.engine.sync();
 
-        QCOMPARE(device.store.requests().size() - before, 1);
+        QVERIFY2(calls < 3 * 1000 + 100, QByteArray::number(calls));
+        QCOMPARE(device.local.data().memory.lastTime, timeAt(1000));
     }
 
     void whatIsNotUnderstoodIsNeverDeleted()
@@ -215,8 +280,166 @@ private Q_SLOTS:
         QVERIFY(!m_files->collections.contains(folder));
         QCOMPARE(report.result, Result::Stopped);
         QCOMPARE(report.phase, MirrorPhase::Deleted);
-        QCOMPARE(report.comeBack, std::nullopt);
+        QVERIFY(report.comeBack.has_value());
         QCOMPARE(idsOf(second), std::set { identity(1) });
+    }
+
+    void whoeverDeletesTheZoneHasSwitchedMirroringOff()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+
+        QVERIFY(device.engine.deleteZone());
+
+        QCOMPARE(device.local.data().memory.phase, MirrorPhase::Off);
+        const SyncReport report = device.engine.sync();
+        QCOMPARE(report.result, Result::Done);
+        QCOMPARE(report.phase, MirrorPhase::Off);
+        QVERIFY(!report.isDeletionPending);
+        QCOMPARE(idsOf(device), std::set { identity(1) });
+    }
+
+    void aStoppedDeviceJoinsTheEpochThatAnotherOneBegins()
+    {
+        Device first(m_files);
+        Device second(m_files);
+        first.save(note(1));
+        QVERIFY(first.engine.switchOn() && second.engine.switchOn());
+        first.engine.sync();
+        second.engine.sync();
+        QVERIFY(first.engine.deleteZone());
+        first.engine.sync();
+        QCOMPARE(second.engine.sync().phase, MirrorPhase::Deleted);
+        second.save(note(2));
+        first.save(note(3));
+        first.now += 1s;
+
+        QVERIFY(first.engine.switchOn());
+        first.engine.sync();
+        const SyncReport report = second.syncs(10, 5min);
+        first.engine.sync();
+
+        QCOMPARE(report.phase, MirrorPhase::Mirroring);
+        QCOMPARE(second.epochFolder(), first.epochFolder());
+        QCOMPARE(idsOf(second), (std::set { identity(1), identity(2), identity(3) }));
+        QCOMPARE(idsOf(first), idsOf(second));
+    }
+
+    void aStoppedDeviceLooksAtTheZoneAtItsStartAndAtEveryTenthPoll()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        m_files->files.insert(
+            folders.zone() + device.local.data().memory.epoch->closedMarkerName(), "{}\n");
+        device.syncs(10, 5min);
+        QCOMPARE(device.local.data().memory.phase, MirrorPhase::Deleted);
+        Device started(m_files);
+        started.local.setData(device.local.data());
+
+        QCOMPARE(started.syncs(21, 5min).result, Result::Stopped);
+
+        const auto& requests = started.store.requests();
+        QCOMPARE(std::ranges::count(requests, folders.zone(), &MemoryFileStore::Request::path), 3);
+        QVERIFY(std::ranges::all_of(requests, [](const auto& request) {
+            return request.operation == Operation::List && !request.path.contains(u"/e-");
+        }));
+    }
+
+    void aStoppedDeviceMakesNothingOfItsOwn()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        m_files->files.insert(
+            folders.zone() + device.local.data().memory.epoch->closedMarkerName(), "{}\n");
+        device.syncs(10, 5min);
+        *m_files = {};
+
+        const SyncReport report = device.syncs(30, 5min);
+
+        QCOMPARE(report.phase, MirrorPhase::Deleted);
+        QVERIFY(m_files->files.isEmpty() && m_files->collections.empty());
+    }
+
+    void whatIsOffNeverLooksAtTheZone()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        QVERIFY(device.engine.switchOff());
+        const auto before = device.store.requests().size();
+
+        device.syncs(25, 5min);
+
+        for (const auto& request : device.store.requests().sliced(before))
+            QVERIFY2(!request.path.startsWith(folders.zone()), qPrintable(request.path));
+    }
+
+    void switchingOnWhatIsOnChangesNothing()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn() && device.engine.switchOn());
+        QCOMPARE(device.local.data().memory.phase, MirrorPhase::Joining);
+        device.engine.sync();
+        device.engine.sync();
+        const auto before = device.store.requests().size();
+
+        QVERIFY(device.engine.switchOn());
+        QCOMPARE(device.local.data().memory.phase, MirrorPhase::Mirroring);
+        device.engine.sync();
+
+        QCOMPARE(device.store.requests().size() - before, 1);
+    }
+
+    void switchingOffWhatIsOffChangesNothing()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOff());
+        QVERIFY(device.engine.switchOn() && device.engine.deleteZone());
+
+        QVERIFY(device.engine.switchOff());
+
+        QCOMPARE(device.local.data().memory.phase, MirrorPhase::Off);
+        QVERIFY(device.local.data().memory.deletion.has_value());
+    }
+
+    void aZoneDeletedAndSwitchedOnAgainBeginsAnew()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const QString before = device.epochFolder();
+        device.now += 1s;
+
+        QVERIFY(device.engine.deleteZone() && device.engine.switchOn());
+        const SyncReport report = device.engine.sync();
+
+        QCOMPARE(report.phase, MirrorPhase::Mirroring);
+        QVERIFY(!report.isDeletionPending);
+        QVERIFY(device.epochFolder() != before);
+        QCOMPARE(report.records.rowsPublished, 1);
+        QVERIFY(!m_files->collections.contains(before));
+    }
+
+    void aDeletionDoesNotWaitForAFolderThatIsGone()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        QVERIFY(device.engine.deleteZone() && device.engine.switchOn());
+        *m_files = {};
+        device.now += 1s;
+
+        const SyncReport report = device.engine.sync();
+
+        QCOMPARE(report.phase, MirrorPhase::Mirroring);
+        QVERIFY(!report.isDeletionPending);
     }
 
     void aDeletionIsFinishedAfterAFailure()
