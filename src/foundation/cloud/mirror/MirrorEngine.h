@@ -1,6 +1,8 @@
 #pragma once
 
-#include "FolderMirror.h"
+#include "KeyValueMirror.h"
+#include "ZoneDeletion.h"
+#include "ZoneReview.h"
 
 namespace mirror {
 
@@ -21,24 +23,6 @@ struct SyncReport {
     std::optional<std::chrono::milliseconds> comeBack;
     SyncCounts records;
     SyncCounts keyValues;
-};
-
-/// Where the mirror keeps its files below the store's root. Paths of collections.
-struct MirrorFolders {
-    QString container; ///< for example "com.example.program/"
-
-    [[nodiscard]] QString zone() const;
-    [[nodiscard]] QString epoch(const Epoch& epoch) const;
-    [[nodiscard]] QString keyValues() const;
-};
-
-/// Who mirrors what where.
-struct MirrorSetup {
-    MirrorFolders folders;
-    QString account; ///< which server and which user: the carriers belong to it
-    QByteArray readme; ///< for people who find the folder
-    WriterId writer {}; ///< drawn at each start of the program
-    CompactionRule compaction = {};
 };
 
 /// Mirrors rows and small values into files that the user's devices share.
@@ -81,46 +65,23 @@ public:
     void forgetFailures() { m_failures = 0; }
 
 private:
-    struct Zone;
-    /// What changes rarely is looked at at every tenth poll, and where there is a reason.
-    static constexpr int PollsPerZoneListing = 10;
-    enum class Course : quint8 { Go, Wait, Stop };
-
     Outcome<Course> mirror();
     Outcome<> checkAccount();
     void adoptAccount(MirrorMemory& memory);
-    void correctClock();
-    Outcome<> syncKeyValues();
-    Outcome<> syncKeyValueFolder(const QString& folder);
-    Outcome<> makeKeyValueFolder(const FileError& missing);
     Outcome<Course> syncZone();
-    Outcome<Course> reviewZone();
-    Outcome<Zone> listZone();
-    Outcome<Course> decide(const Zone& zone);
-    Outcome<Course> join(const Zone& zone);
-    Outcome<Course> stop();
-    Outcome<Course> miss();
-    Outcome<Course> createEpoch();
     Outcome<Course> syncEpoch(const Epoch& epoch);
-    Outcome<QList<FileEntry>> list(const QString& folder);
+    Outcome<Course> writeEpoch(const QString& folder);
     Outcome<> readOthers();
-    Outcome<> finishDeletion();
-    Outcome<> journalEpochs(const Zone& zone);
-    Outcome<> closeEpochs(const Zone& zone);
-    Outcome<MirrorMemory> memory();
-    template <class Change> Outcome<> remember(Change change);
     SyncReport report(const Outcome<Course>& outcome);
-    double fraction();
+    void fail(SyncReport& report, const FileError& error);
 
     MirrorWorld m_world;
     MirrorSetup m_setup;
+    Listings m_listings;
+    KeyValueMirror m_keyValues;
     FolderMirror<Record> m_records;
-    FolderMirror<KeyValue> m_keyValues;
-    QList<Epoch> m_others; // open, too, and only read
-    int m_pollsSinceZone = 0;
-    int m_pollsSinceKeyValues = PollsPerZoneListing;
-    bool m_isZoneKnown = false; // in this sync
-    bool m_isZoneDue = true;
+    ZoneReview m_zone;
+    ZoneDeletion m_deletion;
     int m_failures = 0;
     std::optional<FileError::Kind> m_lastFailure;
 };

@@ -32,18 +32,18 @@ function(mirror_mutant name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 
-mirror_mutant(no_read_back SOURCE FolderMirror.cpp
-    FROM "if (!readBack || copy.data() != part.bytes)"
+mirror_mutant(no_read_back SOURCE Compaction.cpp
+    FROM "if (!readBack || copy.data() != part->content.bytes)"
     TO "if (false)")
-mirror_mutant(old_files_deleted_first SOURCE FolderMirror.cpp
+mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
     FROM "    const auto written = writeChecked(folder, *rows);"
     TO "    if (auto deleted = deleteFiles(inputs, {}); !deleted)
         return deleted;
     const auto written = writeChecked(folder, *rows);")
-mirror_mutant(carrier_although_the_row_changed SOURCE FolderMirror.cpp
+mirror_mutant(carrier_although_the_row_changed SOURCE FileExport.cpp
     FROM "if (m_shelf.find(keyOf(row)) == row)"
     TO "if (m_shelf.find(keyOf(row)))")
-mirror_mutant(tombstones_dropped SOURCE FolderMirror.cpp
+mirror_mutant(tombstones_dropped SOURCE Compaction.cpp
     FROM "        rows.push_back(*row);"
     TO "        if constexpr (std::is_same_v<Row, Record>) {
             if (std::holds_alternative<DeadRecord>(row->state))
@@ -51,12 +51,12 @@ mirror_mutant(tombstones_dropped SOURCE FolderMirror.cpp
         }
         rows.push_back(*row);")
 mirror_mutant(vanished_files_not_republished SOURCE FolderMirror.cpp
-    FROM "    for (const auto& [name, file] : missing) {"
+    FROM "    for (const auto& each : missing) {"
     TO "    missing.clear();
-    for (const auto& [name, file] : missing) {")
+    for (const auto& each : missing) {")
 mirror_mutant(wall_clock SOURCE HybridClock.cpp
     FROM "std::max(correctedReading(wall, offset), m_last).next()"
     TO "correctedReading(wall, offset).next()")
-mirror_mutant(missing_folder_made_again SOURCE MirrorEngine.cpp
+mirror_mutant(missing_folder_made_again SOURCE ZoneReview.cpp
     FROM "return isLost ? createEpoch() : Course::Wait;"
     TO "return createEpoch();")

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "FileExport.h"
+
+#include <set>
+
+namespace mirror {
+
+/// When files are joined into fewer.
+struct CompactionRule {
+    std::size_t files = 32; ///< above so many
+    qint64 bytes
+        = qint64(512) * 1024; ///< or from so many with more than half of the lines outdated
+    std::size_t inputs = 64; ///< at once
+    std::chrono::milliseconds delay = std::chrono::minutes(2); ///< at most, at random
+};
+
+/// Joins many files of a folder into few. Deletes nothing but files that it understood to the last
+/// line, after what they say was written and read back. Any device may do it at any time: two that
+/// do it at once write the same twice.
+template <class Row> class Compaction {
+public:
+    Compaction(
+        MirrorWorld& world, LocalShelf<Row>& shelf, FileExport<Row>& files, CompactionRule rule)
+        : m_world(world)
+        , m_shelf(shelf)
+        , m_export(files)
+        , m_rule(rule)
+    {
+    }
+
+    /// To be called where all is published. Waits at random between the first call that finds the
+    /// files to be too many, and joining them.
+    Outcome<> compactWhenDue(const QString& folder);
+    /// Whether a later call will do what this one put off.
+    [[nodiscard]] bool isWaiting() const { return m_due.has_value(); }
+
+    /// How many files were deleted.
+    [[nodiscard]] int takeCount() { return std::exchange(m_filesDeleted, 0); }
+
+private:
+    using Key = typename LocalShelf<Row>::Key;
+
+    std::vector<SeenFile> filesToCompact(const QString& folder);
+    [[nodiscard]] std::vector<SeenFile> worthIt(
+        const std::vector<SeenFile>& files, bool isOutdated) const;
+    Outcome<> compact(const QString& folder, const std::vector<SeenFile>& inputs);
+    Outcome<std::set<Key>> keysIn(const std::vector<SeenFile>& inputs);
+    Outcome<std::vector<Row>> rowsOf(const std::set<Key>& keys);
+    Outcome<std::set<QString>> writeChecked(const QString& folder, std::span<const Row> rows);
+    Outcome<> deleteFiles(const std::vector<SeenFile>& files, const std::set<QString>& written);
+
+    MirrorWorld& m_world;
+    LocalShelf<Row>& m_shelf;
+    FileExport<Row>& m_export;
+    CompactionRule m_rule;
+    std::optional<WallTime> m_due;
+    int m_filesDeleted = 0;
+};
+
+extern template class Compaction<Record>;
+extern template class Compaction<KeyValue>;
+
+} // namespace mirror

@@ -1,0 +1,88 @@
+#include "FileExport.h"
+
+#include "RowFormat.h"
+
+namespace mirror {
+
+namespace {
+
+constexpr std::size_t RowsPerBatch = 5'000; // of short rows about one part
+constexpr qint64 LeastPartBytes = qint64(16) * 1024;
+
+} // namespace
+
+template <class Row> Outcome<> FileExport<Row>::publish(const QString& folder)
+{
+    std::optional<typename LocalShelf<Row>::Key> last;
+    while (true) {
+        std::vector<Row> rows;
+        auto looked
+            = transact(m_world.local, [&] { rows = m_shelf.unpublished(last, RowsPerBatch); });
+        if (!looked || rows.empty())
+            return looked;
+        const auto taken = publishPart(folder, rows);
+        if (!taken)
+            return taken.error();
+        last = keyOf(rows.at(*taken - 1));
+    }
+}
+
+template <class Row> bool FileExport<Row>::hasUnpublished()
+{
+    bool isAny = false;
+    const auto looked
+        = transact(m_world.local, [&] { isAny = !m_shelf.unpublished({}, 1).empty(); });
+    return looked && isAny;
+}
+
+/// How many of the rows are in the part.
+template <class Row>
+Outcome<std::size_t> FileExport<Row>::publishPart(const QString& folder, std::span<const Row> rows)
+{
+    while (true) {
+        const auto part = build(folder, rows);
+        if (!part)
+            return part.error();
+        const std::size_t taken = part->content.taken;
+        const auto stored = m_world.files.put(part->file.path(), part->content.bytes);
+        if (stored) {
+            m_rowsPublished += qint64(taken);
+            const auto carried = carry(*part, rows);
+            return carried ? Outcome<std::size_t>(taken) : carried.error();
+        }
+        if (stored.error().kind != FileError::Kind::TooLarge || taken == 1
+            || m_partBytes <= LeastPartBytes)
+            return stored.error();
+        m_partBytes /= 2;
+    }
+}
+
+template <class Row>
+auto FileExport<Row>::build(const QString& folder, std::span<const Row> rows) -> Outcome<NamedPart>
+{
+    const auto known = memoryOf(m_world.local);
+    if (!known)
+        return known.error();
+    FilePart part
+        = RowFormat<Row>::write(rows, m_world.schema, { known->device, m_writer }, m_partBytes);
+    const QString name = FileName::of(RowFormat<Row>::Content, part.bytes).toText();
+    return NamedPart { { folder, name }, std::move(part) };
+}
+
+template <class Row>
+Outcome<> FileExport<Row>::carry(const NamedPart& part, std::span<const Row> rows)
+{
+    return transact(m_world.local, [&] {
+        m_shelf.remember({ part.file, part.content.bytes.size(), SeenFile::State::Understood,
+            qint64(part.content.taken) });
+        for (const Row& row : rows.first(part.content.taken)) {
+            if (m_shelf.find(keyOf(row)) == row)
+                m_shelf.setCarrier(keyOf(row), part.file);
+        }
+    });
+}
+
+template class FileExport<Record>;
+template class FileExport<KeyValue>;
+
+} // namespace mirror

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "MirrorWorld.h"
+#include "PartBuilder.h"
+
+#include <span>
+
+namespace mirror {
+
+/// Writes rows of one kind into files.
+template <class Row> class FileExport {
+public:
+    FileExport(MirrorWorld& world, LocalShelf<Row>& shelf, WriterId writer)
+        : m_world(world)
+        , m_shelf(shelf)
+        , m_writer(writer)
+    {
+    }
+
+    /// A file that may be stored under its name.
+    struct NamedPart {
+        FileKey file;
+        FilePart content;
+    };
+
+    /// Writes every row that no file carries.
+    Outcome<> publish(const QString& folder);
+    [[nodiscard]] bool hasUnpublished();
+
+    /// A file with the first of the rows, of which there is at least one.
+    Outcome<NamedPart> build(const QString& folder, std::span<const Row> rows);
+    /// The file is there, and was built of rows that begin with those that it holds: it carries
+    /// each of them that still is what it was then.
+    Outcome<> carry(const NamedPart& part, std::span<const Row> rows);
+
+    /// How many rows publish() wrote.
+    [[nodiscard]] qint64 takeCount() { return std::exchange(m_rowsPublished, 0); }
+
+private:
+    Outcome<std::size_t> publishPart(const QString& folder, std::span<const Row> rows);
+
+    MirrorWorld& m_world;
+    LocalShelf<Row>& m_shelf;
+    WriterId m_writer;
+    qint64 m_rowsPublished = 0;
+    qint64 m_partBytes = FileLimits::WrittenBytes;
+};
+
+extern template class FileExport<Record>;
+extern template class FileExport<KeyValue>;
+
+} // namespace mirror
