@@ -1,0 +1,114 @@
+#include "RecordTable.h"
+
+namespace mirror {
+
+namespace {
+
+constexpr auto Columns
+    = "SELECT number, identifier, content, renamed, device, exact, carrier FROM _mirror_record ";
+
+MirroredRow rowIn(SQLite::Statement& row)
+{
+    MirroredRow result;
+    result.number = row.getColumn(0).getInt64();
+    result.identifier = QUuid::fromRfc4122(
+        { static_cast<const char*>(row.getColumn(1).getBlob()), row.getColumn(1).getBytes() });
+    result.content = unpacked(row.getColumn(2).getInt64());
+    if (!row.getColumn(3).isNull())
+        result.renamed = unpacked(row.getColumn(3).getInt64());
+    result.device = DeviceId(row.getColumn(4).getInt64());
+    result.exact = QByteArray(row.getColumn(5).getText(), row.getColumn(5).getBytes());
+    if (!row.getColumn(6).isNull())
+        result.carrier = row.getColumn(6).getInt64();
+    return result;
+}
+
+} // namespace
+
+std::optional<MirroredRow> RecordTable::byIdentifier(const QUuid& identifier)
+{
+    static const std::string sql = std::string(Columns) + "WHERE identifier = ?";
+    Query query(m_scope.connection(), sql);
+    const QByteArray bytes = identifier.toRfc4122();
+    query->bind(1, bytes.constData(), int(bytes.size()));
+    return query->executeStep() ? std::optional(rowIn(*query)) : std::nullopt;
+}
+
+std::optional<MirroredRow> RecordTable::byNumber(qint64 number)
+{
+    static const std::string sql = std::string(Columns) + "WHERE number = ?";
+    Query query(m_scope.connection(), sql);
+    query->bind(1, static_cast<int64_t>(number));
+    return query->executeStep() ? std::optional(rowIn(*query)) : std::nullopt;
+}
+
+std::vector<MirroredRow> RecordTable::unpublished(qint64 after, std::size_t most)
+{
+    static const std::string sql
+        = std::string(Columns) + "WHERE carrier IS NULL AND number > ? ORDER BY number LIMIT ?";
+    Query query(m_scope.connection(), sql);
+    query->bind(1, static_cast<int64_t>(after));
+    query->bind(2, static_cast<int64_t>(most));
+    std::vector<MirroredRow> rows;
+    while (query->executeStep())
+        rows.push_back(rowIn(*query));
+    return rows;
+}
+
+void RecordTable::write(const MirroredRow& row)
+{
+    Query query(
+        m_scope.connection(), "INSERT OR REPLACE INTO _mirror_record VALUES (?, ?, ?, ?, ?, ?, ?)");
+    query->clearBindings();
+    query->bind(1, static_cast<int64_t>(row.number));
+    const QByteArray identifier = row.identifier.toRfc4122();
+    query->bind(2, identifier.constData(), int(identifier.size()));
+    query->bind(3, static_cast<int64_t>(packed(row.content)));
+    if (row.renamed) {
+        query->bind(4, static_cast<int64_t>(packed(*row.renamed)));
+        query->bind(5, static_cast<int64_t>(row.device));
+    }
+    if (!row.exact.isEmpty())
+        query->bind(6, row.exact.toStdString());
+    if (row.carrier)
+        query->bind(7, static_cast<int64_t>(*row.carrier));
+    query->exec();
+}
+
+void RecordTable::setCarrier(qint64 number, qint64 carrier)
+{
+    Query query(m_scope.connection(), "UPDATE _mirror_record SET carrier = ? WHERE number = ?");
+    query->bind(1, static_cast<int64_t>(carrier));
+    query->bind(2, static_cast<int64_t>(number));
+    query->exec();
+}
+
+qint64 RecordTable::carriedBy(qint64 carrier)
+{
+    Query query(m_scope.connection(), "SELECT count(*) FROM _mirror_record WHERE carrier = ?");
+    query->bind(1, static_cast<int64_t>(carrier));
+    query->executeStep();
+    return query->getColumn(0).getInt64();
+}
+
+void RecordTable::takeCarrier(qint64 carrier)
+{
+    Query query(m_scope.connection(), "UPDATE _mirror_record SET carrier = NULL WHERE carrier = ?");
+    query->bind(1, static_cast<int64_t>(carrier));
+    query->exec();
+}
+
+void RecordTable::takeAllCarriers()
+{
+    Query query(
+        m_scope.connection(), "UPDATE _mirror_record SET carrier = NULL WHERE carrier IS NOT NULL");
+    query->exec();
+}
+
+qint64 RecordTable::numberForAbsent()
+{
+    return m_scope.connection().integer("SELECT min(0, ifnull(min(number), 0)) FROM _mirror_record")
+        - 1;
+}
+
+} // namespace mirror

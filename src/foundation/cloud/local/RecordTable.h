@@ -1,0 +1,46 @@
+#pragma once
+
+#include "MemoryTable.h"
+#include "RecordState.h"
+
+namespace mirror {
+
+/// What the mirror knows of one record beside the record itself.
+struct MirroredRow {
+    qint64 number = 0; ///< the record's identity, below zero where it was never here
+    QUuid identifier;
+    HybridTime content; ///< of a dead record the time of its end
+    std::optional<HybridTime> renamed; ///< nothing for a dead one
+    DeviceId device {}; ///< that renamed it
+    QByteArray exact; ///< the record as a line, where the record here does not say it all
+    std::optional<qint64> carrier;
+
+    [[nodiscard]] bool isLive() const { return renamed.has_value(); }
+};
+
+/// The mirrored records. All throws SQLite::Exception.
+class RecordTable {
+public:
+    explicit RecordTable(TransactionScope& scope)
+        : m_scope(scope)
+    {
+    }
+
+    std::optional<MirroredRow> byIdentifier(const QUuid& identifier);
+    std::optional<MirroredRow> byNumber(qint64 number);
+    /// Those without a carrier behind that number, in the order of their numbers.
+    std::vector<MirroredRow> unpublished(qint64 after, std::size_t most);
+    /// In the place of any of that number or identifier.
+    void write(const MirroredRow& row);
+    void setCarrier(qint64 number, qint64 carrier);
+    qint64 carriedBy(qint64 carrier);
+    void takeCarrier(qint64 carrier);
+    void takeAllCarriers();
+    /// For a record that was never here.
+    qint64 numberForAbsent();
+
+private:
+    TransactionScope& m_scope;
+};
+
+} // namespace mirror

@@ -1,0 +1,144 @@
+#include "SqliteLocalMirror.h"
+
+#include "MirrorTables.h"
+#include "sqlite/SqliteStore.h"
+
+namespace mirror {
+
+namespace {
+
+constexpr std::size_t ChangesPerTransaction = 2'000; // some milliseconds
+constexpr auto Home = "home";
+constexpr auto Certificate = "certificate";
+
+} // namespace
+
+Result<std::unique_ptr<SqliteLocalMirror>> SqliteLocalMirror::open(
+    const QString& file, const NSManagedObjectModel& model, const RecordMapping& mapping)
+{
+    StoreSettings settings;
+    settings.path = file;
+    settings.keepsHistory = true;
+    auto store = SqliteStore::open(settings, model);
+    if (!store)
+        return store.error();
+    SqliteConnection& connection = (*store)->connection();
+    if (auto prepared = guarded(file, [&] { MirrorTables::prepare(connection); }); !prepared)
+        return prepared.error();
+    return std::unique_ptr<SqliteLocalMirror>(new SqliteLocalMirror(std::move(*store), mapping));
+}
+
+SqliteLocalMirror::SqliteLocalMirror(
+    std::unique_ptr<SqliteStore> store, const RecordMapping& mapping)
+    : m_store(std::move(store))
+    , m_scope(m_store->connection())
+    , m_memory(m_scope)
+    , m_records(m_scope, mapping)
+    , m_values(m_scope)
+    , m_changes(*m_store, m_scope, mapping, m_memory)
+{
+}
+
+SqliteLocalMirror::~SqliteLocalMirror() = default;
+
+void SqliteLocalMirror::begin()
+{
+    bool isUpToDate = false;
+    while (!isUpToDate && !m_scope.isFailed()) {
+        m_scope.attempt([&] {
+            beginOnce();
+            isUpToDate = m_changes.follow(ChangesPerTransaction);
+        });
+        if (!isUpToDate && !m_scope.isFailed() && !commit())
+            return;
+    }
+}
+
+void SqliteLocalMirror::beginOnce()
+{
+    m_transaction = std::make_unique<SQLite::Transaction>(
+        m_scope.connection().database(), SQLite::TransactionBehavior::IMMEDIATE);
+    m_scope.connection().requireInPlace();
+    m_scope.open(m_store->rowWriter());
+}
+
+bool SqliteLocalMirror::commit()
+{
+    m_scope.attempt([&] {
+        m_records.flush();
+        m_memory.write();
+        m_scope.rows().writeHistory(MirrorAuthor);
+        m_transaction->commit();
+    });
+    if (m_scope.isFailed())
+        return false;
+    end();
+    return true;
+}
+
+void SqliteLocalMirror::rollBack() noexcept { end(); }
+
+void SqliteLocalMirror::end()
+{
+    m_transaction.reset(); // undoes what was not committed
+    m_scope.close();
+    m_scope.forgetFailure();
+    m_memory.forget();
+    m_records.reset();
+    m_values.reset();
+}
+
+MirrorMemory SqliteLocalMirror::memory()
+{
+    return m_scope.attempt([&] { return m_memory.memory(); });
+}
+
+void SqliteLocalMirror::setMemory(const MirrorMemory& memory)
+{
+    m_scope.attempt([&] {
+        m_memory.setMemory(memory);
+        if (memory.phase != MirrorPhase::Off)
+            m_changes.startFollowing();
+    });
+}
+
+bool SqliteLocalMirror::hasLocalChanges()
+{
+    const auto news = guarded(m_scope.connection().path(), [&] { return m_changes.hasNews(); });
+    return news && *news;
+}
+
+void SqliteLocalMirror::forgetHistory(const QDateTime& before)
+{
+    (void)guarded(m_scope.connection().path(), [&] {
+        Query query(m_scope.connection(),
+            "SELECT max(number) FROM _store_history WHERE stamp < ? AND number <= (SELECT history "
+            "FROM _mirror_progress)");
+        query->bind(1, static_cast<int64_t>(before.toMSecsSinceEpoch()));
+        const qint64 last = query->executeStep() ? query->getColumn(0).getInt64() : 0;
+        if (last > 0)
+            pruneHistory(m_scope.connection(), last);
+    });
+}
+
+QString SqliteLocalMirror::home()
+{
+    return m_scope.attempt([&] { return m_memory.text(Home); });
+}
+
+void SqliteLocalMirror::setHome(const QString& home)
+{
+    m_scope.attempt([&] { m_memory.setText(Home, home); });
+}
+
+QByteArray SqliteLocalMirror::certificatePin()
+{
+    return m_scope.attempt([&] { return m_memory.text(Certificate).toLatin1(); });
+}
+
+void SqliteLocalMirror::setCertificatePin(const QByteArray& pin)
+{
+    m_scope.attempt([&] { m_memory.setText(Certificate, QString::fromLatin1(pin)); });
+}
+
+} // namespace mirror

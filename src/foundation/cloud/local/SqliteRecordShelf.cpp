@@ -1,0 +1,202 @@
+#include "SqliteRecordShelf.h"
+
+#include "RecordLine.h"
+
+namespace mirror {
+
+std::optional<Record> SqliteRecordShelf::find(const QUuid& id)
+{
+    return m_scope.attempt([&]() -> std::optional<Record> {
+        const auto row = known(id);
+        return row ? recordOf(*row) : std::nullopt;
+    });
+}
+
+std::optional<MirroredRow> SqliteRecordShelf::known(const QUuid& id)
+{
+    flush();
+    if (!m_found || m_found->identifier != id)
+        m_found = m_table.byIdentifier(id);
+    return m_found;
+}
+
+/// Nothing for a live one that is not here though nobody deleted it: then it is as if it had never
+/// come, and comes again.
+std::optional<Record> SqliteRecordShelf::recordOf(const MirroredRow& row)
+{
+    if (!row.exact.isEmpty())
+        return readRecordLine(row.exact, m_mapping.schema());
+    if (!row.isLive())
+        return Record { row.identifier, DeadRecord { row.content, {} } };
+    const auto values = m_scope.rows().values(&m_mapping.entity(), row.number);
+    auto attributes = values ? m_mapping.attributes(*values) : std::nullopt;
+    if (!attributes)
+        return std::nullopt;
+    return Record { row.identifier,
+        LiveRecord { { row.content, *std::move(attributes) },
+            { *row.renamed, row.device, m_mapping.text(*values) }, {} } };
+}
+
+void SqliteRecordShelf::store(const Record& record)
+{
+    m_scope.attempt([&] { write(record); });
+}
+
+void SqliteRecordShelf::write(const Record& record)
+{
+    const auto before = known(record.id);
+    MirroredRow row;
+    row.identifier = record.id;
+    if (const auto* live = std::get_if<LiveRecord>(&record.state)) {
+        row.number = writeLive(before, *live);
+        row.content = live->content.time;
+        row.renamed = live->renaming.time;
+        row.device = live->renaming.device;
+    } else {
+        row.number = writeDead(before);
+        row.content = std::get<DeadRecord>(record.state).time;
+    }
+    row.exact = exactLine(record, row.number);
+    m_found = row;
+    m_unwritten = std::move(row);
+}
+
+/// Returns the record's number.
+qint64 SqliteRecordShelf::writeLive(
+    const std::optional<MirroredRow>& before, const LiveRecord& live)
+{
+    RowWriter& rows = m_scope.rows();
+    const NSEntityDescription* const entity = &m_mapping.entity();
+    const auto current
+        = before && before->isLive() ? rows.values(entity, before->number) : std::nullopt;
+    if (!current)
+        return rows.insert(entity, m_mapping.merged(entity->defaultValues(), live));
+    const AttributeValues merged = m_mapping.merged(*current, live);
+    quint64 changed = 0;
+    for (std::size_t i = 0; i < merged.size(); ++i) {
+        if (!isSame(merged[i], current->at(i)))
+            changed |= quint64(1) << i;
+    }
+    if (changed != 0)
+        rows.update(entity, before->number, rows.versionOf(entity, before->number).value() + 1,
+            merged, changed);
+    return before->number;
+}
+
+qint64 SqliteRecordShelf::writeDead(const std::optional<MirroredRow>& before)
+{
+    if (!before)
+        return m_table.numberForAbsent();
+    if (before->isLive())
+        m_scope.rows().remove(&m_mapping.entity(), before->number);
+    return before->number;
+}
+
+/// Nothing where the record here says the same, or says the only thing there is to say of its end.
+QByteArray SqliteRecordShelf::exactLine(const Record& record, qint64 number)
+{
+    if (const auto* live = std::get_if<LiveRecord>(&record.state)) {
+        const auto values = m_scope.rows().values(&m_mapping.entity(), number);
+        if (live->unknown == UnknownKeys() && values
+            && m_mapping.attributes(*values) == live->content.attributes)
+            return {};
+    } else if (std::get<DeadRecord>(record.state).unknown == UnknownKeys()) {
+        return {};
+    }
+    return recordLine(record);
+}
+
+void SqliteRecordShelf::setCarrier(const QUuid& id, const FileKey& file)
+{
+    m_scope.attempt([&] {
+        const qint64 carrier = m_files.number(file).value();
+        if (m_unwritten && m_unwritten->identifier == id) {
+            m_unwritten->carrier = carrier;
+            return;
+        }
+        const auto row = known(id);
+        if (row && row->carrier != carrier)
+            m_table.setCarrier(row->number, carrier);
+        m_found.reset();
+    });
+}
+
+std::vector<Record> SqliteRecordShelf::unpublished(
+    const std::optional<QUuid>& after, std::size_t most)
+{
+    return m_scope.attempt([&] {
+        flush();
+        qint64 last = std::numeric_limits<qint64>::min();
+        if (const auto row = after ? m_table.byIdentifier(*after) : std::nullopt)
+            last = row->number;
+        std::vector<Record> records;
+        while (records.empty()) { // what cannot be mirrored must not look like the end
+            const auto rows = m_table.unpublished(last, most);
+            if (rows.empty())
+                break;
+            last = rows.back().number;
+            records.reserve(rows.size());
+            for (const MirroredRow& row : rows) {
+                if (auto record = recordOf(row))
+                    records.push_back(*std::move(record));
+            }
+        }
+        return records;
+    });
+}
+
+qint64 SqliteRecordShelf::carriedBy(const FileKey& file)
+{
+    return m_scope.attempt([&] {
+        flush();
+        const auto carrier = m_files.number(file);
+        return carrier ? m_table.carriedBy(*carrier) : 0;
+    });
+}
+
+std::vector<SeenFile> SqliteRecordShelf::files(const QString& folder)
+{
+    return m_scope.attempt([&] { return m_files.files(folder); });
+}
+
+void SqliteRecordShelf::remember(const SeenFile& file)
+{
+    m_scope.attempt([&] { m_files.remember(file); });
+}
+
+void SqliteRecordShelf::forget(const FileKey& file)
+{
+    m_scope.attempt([&] {
+        flush();
+        m_found.reset();
+        if (const auto carrier = m_files.number(file))
+            m_table.takeCarrier(*carrier);
+        m_files.forget(file);
+    });
+}
+
+void SqliteRecordShelf::forgetAll()
+{
+    m_scope.attempt([&] {
+        flush();
+        m_found.reset();
+        m_table.takeAllCarriers();
+        m_files.forgetAll();
+    });
+}
+
+void SqliteRecordShelf::flush()
+{
+    if (m_unwritten)
+        m_table.write(*m_unwritten);
+    m_unwritten.reset();
+}
+
+void SqliteRecordShelf::reset()
+{
+    m_found.reset();
+    m_unwritten.reset();
+    m_files.forgetNumbers();
+}
+
+} // namespace mirror
