@@ -1,6 +1,7 @@
 #include "DesktopWishes.h"
 #include "Appearance.h"
 #include "FakeDesktop.h"
+#include "PrivateBus.h"
 #include "Theme.h"
 
 #include <QGuiApplication>

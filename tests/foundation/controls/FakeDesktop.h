@@ -4,27 +4,9 @@
 #include <QDBusVariant>
 #include <QMap>
 #include <QObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QVariantMap>
 
 using DesktopSettings = QMap<QString, QVariantMap>; // values by namespace and key
-
-/// A session bus of the test's own, which becomes this process's. Make it before the application.
-class PrivateBus {
-public:
-    PrivateBus();
-    ~PrivateBus();
-    Q_DISABLE_COPY_MOVE(PrivateBus)
-
-    /// Empty where the bus could not be started.
-    [[nodiscard]] QString address() const { return m_address; }
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_daemon;
-    QString m_address;
-};
 
 /// The settings of a desktop portal, on the bus for the life of this object.
 class FakePortal : public QObject {
