@@ -48,10 +48,15 @@ bool replaceFile(const QString& from, const QString& to)
 
 UserDefaults& UserDefaults::standard()
 {
-    static UserDefaults instance(QSettings(QSettings::IniFormat, QSettings::UserScope,
-        QStringLiteral("Morrowick"), QStringLiteral("Vexilo"))
-                                     .fileName());
+    static UserDefaults instance(standardFile());
     return instance;
+}
+
+QString UserDefaults::standardFile()
+{
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Morrowick"),
+        QStringLiteral("Vexilo"))
+        .fileName();
 }
 
 UserDefaults::UserDefaults(const QString& file)

@@ -20,6 +20,8 @@ class UserDefaults {
 public:
     /// The user's own store, in the configuration folder. Lives as long as the process.
     static UserDefaults& standard();
+    /// The file that standard() keeps them in. Its folder is the one for what else the user sets.
+    [[nodiscard]] static QString standardFile();
 
     /// A store on an INI file, which need not exist yet. One that has damaged lines is kept beside
     /// itself with ".damaged" at its end, and what could be read of it is written anew; one that

@@ -233,6 +233,11 @@ private Q_SLOTS:
         QCOMPARE(later.integerForKey(m_key), 7);
         QCOMPARE(later.integerForKey(QStringLiteral("other")), 8);
     }
+
+    void theUsersOwnFileStandsInTheMakersFolder()
+    {
+        QVERIFY(UserDefaults::standardFile().endsWith(QLatin1String("/Morrowick/Vexilo.ini")));
+    }
 };
 
 QTEST_GUILESS_MAIN(UserDefaultsTest)
