@@ -31,6 +31,8 @@ void NSPersistentContainer::loadPersistentStores(const LoadCompletion& completio
         if (opened && description.url().toLocalFile().startsWith(ownFolder + QLatin1Char('/')))
             QFile::setPermissions(
                 ownFolder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        if (opened)
+            didLoad(description.url().toLocalFile());
         completion(description, opened ? std::nullopt : std::optional(opened.error()));
     }
 }

@@ -46,6 +46,9 @@ protected:
         return NSPersistentStoreCoordinator::History::AsDescribed;
     }
 
+    /// A store of that file was opened.
+    virtual void didLoad(const QString& /*file*/) { }
+
 private:
     QString m_name;
     std::vector<NSPersistentStoreDescription> m_descriptions;
