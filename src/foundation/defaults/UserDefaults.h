@@ -41,6 +41,8 @@ public:
     /// 0.0 where the key is missing or holds no number.
     [[nodiscard]] double doubleForKey(const QString& key) const;
     [[nodiscard]] bool contains(const QString& key) const;
+    /// In no order.
+    [[nodiscard]] QStringList keys() const { return m_values.keys(); }
 
     void setValue(const QString& key, const QVariant& value);
     void removeValue(const QString& key);
