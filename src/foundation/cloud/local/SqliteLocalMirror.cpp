@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::size_t ChangesPerTransaction = 2'000; // some milliseconds
 constexpr auto Home = "home";
-constexpr auto Certificate = "certificate";
+constexpr auto Certificate = "certificate"; // hash and account
+constexpr QLatin1Char Separator(' ');
 
 } // namespace
 
@@ -131,14 +132,21 @@ void SqliteLocalMirror::setHome(const QString& home)
     m_scope.attempt([&] { m_memory.setText(Home, home); });
 }
 
-QByteArray SqliteLocalMirror::certificatePin()
+CertificatePin SqliteLocalMirror::certificatePin()
 {
-    return m_scope.attempt([&] { return m_memory.text(Certificate).toLatin1(); });
+    return m_scope.attempt([&] {
+        const QString text = m_memory.text(Certificate);
+        const qsizetype end = text.indexOf(Separator);
+        return CertificatePin { text.mid(end + 1),
+            text.left(std::max<qsizetype>(end, 0)).toLatin1() };
+    });
 }
 
-void SqliteLocalMirror::setCertificatePin(const QByteArray& pin)
+void SqliteLocalMirror::setCertificatePin(const CertificatePin& pin)
 {
-    m_scope.attempt([&] { m_memory.setText(Certificate, QString::fromLatin1(pin)); });
+    m_scope.attempt([&] {
+        m_memory.setText(Certificate, QString::fromLatin1(pin.sha256) + Separator + pin.account);
+    });
 }
 
 } // namespace mirror

@@ -8,6 +8,12 @@ class NSManagedObjectModel;
 
 namespace mirror {
 
+/// The certificate that an account is bound to.
+struct CertificatePin {
+    QString account;
+    QByteArray sha256; ///< hexadecimal; empty where there is none
+};
+
 /// What a device remembers of the mirror, in the file of the records themselves. Belongs to one
 /// thread, which is not that of the file's container.
 ///
@@ -37,9 +43,8 @@ public:
     /// Where this was remembered: a name of this machine and the file's path on it.
     [[nodiscard]] QString home();
     void setHome(const QString& home);
-    /// SHA-256 of the certificate that the account is bound to; empty where there is none.
-    [[nodiscard]] QByteArray certificatePin();
-    void setCertificatePin(const QByteArray& pin);
+    [[nodiscard]] CertificatePin certificatePin();
+    void setCertificatePin(const CertificatePin& pin);
 
 protected:
     void begin() override;
