@@ -50,6 +50,8 @@ bool VexiloApp::start()
     m_utilities.overrideDisplayMode();
     m_userSettings.save();
     m_contentView.appear();
+    connect(m_window.get(), &QQuickWindow::frameSwapped, this, &VexiloApp::becameVisible,
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     showWhenAppearanceIsKnown(m_window.get());
     return true;
 }

@@ -45,6 +45,8 @@ public:
 Q_SIGNALS:
     void settingsViewChanged();
     void historyViewChanged();
+    /// Once, after the first frame.
+    void becameVisible();
 
 private:
     [[nodiscard]] bool makeWindow();

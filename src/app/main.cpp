@@ -1,3 +1,5 @@
+#include "BillMirror.h"
+#include "CloudService.h"
 #include "GlobalModel.h"
 #include "PersistenceController.h"
 #include "StoreFailure.h"
@@ -47,7 +49,14 @@ int main(int argc, char* argv[])
 
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);
+    CloudService cloud(NSUbiquitousKeyValueStore::defaultStore());
     VexiloApp app;
+    QObject::connect(&app, &VexiloApp::becameVisible, &cloud, [&cloud] {
+        cloud.start(billMirror());
+        cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
+    });
+    QObject::connect(&application, &QGuiApplication::applicationStateChanged, &cloud,
+        [&cloud](Qt::ApplicationState state) { cloud.setActive(state == Qt::ApplicationActive); });
     if (!app.start())
         return EXIT_FAILURE;
     const int exitCode = QGuiApplication::exec();

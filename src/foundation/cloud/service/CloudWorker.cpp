@@ -1,0 +1,288 @@
+#include "CloudWorker.h"
+
+#include "Diagnostics.h"
+
+#include <QScopedValueRollback>
+
+namespace mirror {
+
+namespace {
+
+constexpr auto ZoneName = "com.apple.coredata.cloudkit.zone";
+
+CKError noAccount()
+{
+    return { QStringLiteral("There is no cloud account to delete the saved bills from.") };
+}
+
+void print(const QString& sentence) { printDiagnostic("--> Cloud: " + sentence.toStdString()); }
+
+} // namespace
+
+CloudWorker::CloudWorker(std::shared_ptr<Cancellation> cancellation)
+    : m_cancellation(std::move(cancellation))
+{
+}
+
+CloudWorker::~CloudWorker() = default;
+
+void CloudWorker::start(const CloudSetup& setup, bool isMirrored)
+{
+    m_isStarted = true;
+    m_triggers = std::make_unique<SyncTriggers>();
+    m_setup = setup;
+    m_isMirrored = isMirrored;
+    m_lock = std::make_unique<QLockFile>(setup.storeFile + QLatin1String("-mirror.lock"));
+    m_lock->setStaleLockTime(0); // it is old only when its process is gone
+    AccountManners accountManners;
+    accountManners.iniFile = CloudAccounts::standardIniFile();
+    accountManners.cancellation = m_cancellation;
+    m_accounts = std::make_unique<CloudAccounts>(accountManners);
+    WebDavManners manners;
+    manners.userAgent = setup.userAgent;
+    manners.cancellation = m_cancellation;
+    m_files = std::make_unique<AccountFileStore>(*m_accounts, manners);
+    connect(m_triggers.get(), &SyncTriggers::due, this, &CloudWorker::sync);
+    connect(m_accounts.get(), &CloudAccounts::changed, this,
+        [this] { defer([this] { onAccountsChanged(); }); });
+    m_accounts->start();
+}
+
+void CloudWorker::defer(std::function<void()> work)
+{
+    if (m_isSyncing)
+        m_deferred.push_back(std::move(work));
+    else
+        work();
+}
+
+void CloudWorker::runDeferred()
+{
+    for (const auto& work : std::exchange(m_deferred, {}))
+        work();
+}
+
+void CloudWorker::onAccountsChanged()
+{
+    answerStatus();
+    m_isUsable = m_accounts->state() == AccountState::Available;
+    if (m_isUsable)
+        m_triggers->syncNow();
+    else if (!m_accounts->problem().isEmpty()
+        && std::exchange(m_told, m_accounts->problem()) != m_told)
+        print(m_told);
+    answerDeletions({});
+}
+
+void CloudWorker::askStatus(StatusPromise answer)
+{
+    m_questions.push_back(std::move(answer));
+    answerStatus();
+}
+
+void CloudWorker::answerStatus()
+{
+    if (!m_accounts || m_accounts->state() == AccountState::Unknown)
+        return;
+    CKContainer::AccountAnswer answer;
+    if (m_accounts->state() == AccountState::Available)
+        answer.status = CKAccountStatus::Available;
+    else if (m_accounts->state() == AccountState::NeedsAttention)
+        answer = { CKAccountStatus::CouldNotDetermine, CKError { m_accounts->problem() } };
+    for (StatusPromise& question : m_questions)
+        question.set_value(answer);
+    m_questions.clear();
+}
+
+void CloudWorker::switchOn()
+{
+    defer([this] {
+        m_isMirrored = true;
+        if (openSession()) {
+            m_session->setCertificatePin({}); // by the user's own word
+            if (!m_session->engine().switchOn())
+                print(QStringLiteral("Mirroring could not be switched on."));
+        }
+        m_isDecided = m_session != nullptr;
+        m_triggers->syncNow();
+    });
+}
+
+void CloudWorker::deleteZone(
+    const QString& container, const CKRecordZoneID& zone, DeletionPromise answer)
+{
+    if (container != m_setup.container || zone.zoneName != QLatin1String(ZoneName))
+        return answer.set_value(CKError { QStringLiteral("There is no such zone.") });
+    m_deletions.push_back(std::move(answer));
+    defer([this] {
+        m_isMirrored = false;
+        if (!m_isStarted || !openSession() || !m_session->engine().deleteZone())
+            return answerDeletions({});
+        m_isDecided = true;
+        m_triggers->syncNow();
+        if (!m_isUsable)
+            answerDeletions({});
+    });
+}
+
+/// An account that is still asked for is waited for; one that cannot be used is an error, though
+/// the deletion stays on the list of what is to be done.
+void CloudWorker::answerDeletions(const SyncReport& report)
+{
+    if (m_accounts && m_accounts->state() == AccountState::Unknown)
+        return;
+    const bool isAttempted = report.error || report.result != SyncReport::Result::Done;
+    std::optional<CKError> error;
+    if (!m_isUsable || !m_session)
+        error = noAccount();
+    else if (report.isDeletionPending || isAttempted)
+        error = CKError { report.error ? report.error->sentence
+                                       : QStringLiteral("The deletion is not complete.") };
+    for (DeletionPromise& deletion : m_deletions)
+        deletion.set_value(error);
+    m_deletions.clear();
+}
+
+void CloudWorker::setChanges(const QList<UbiquitousChange>& changes)
+{
+    m_changes = changes;
+    if (!changes.isEmpty())
+        m_triggers->noteEdit();
+}
+
+void CloudWorker::setActive(bool isActive)
+{
+    m_triggers->setActive(isActive);
+    if (isActive)
+        noteNetwork();
+}
+
+void CloudWorker::noteNetwork()
+{
+    if (m_isUsable && m_triggers->noteReturn() && m_session && !m_isSyncing)
+        m_session->engine().forgetFailures();
+}
+
+void CloudWorker::sync()
+{
+    m_isDueAgain = m_isSyncing;
+    if (m_isSyncing || !m_isUsable || m_cancellation->isCancelled())
+        return;
+    {
+        const QScopedValueRollback syncing(m_isSyncing, true);
+        if (prepare()) {
+            const SyncReport report = syncOnce();
+            tell(report);
+            m_triggers->noteReport(report);
+            answerDeletions(report);
+            if (m_isDueAgain) // since it began; what it had read by then may be old
+                m_triggers->noteReturn();
+        } else {
+            m_triggers->tryLater();
+        }
+    }
+    runDeferred();
+    lookForEdits();
+}
+
+void CloudWorker::lookForEdits()
+{
+    if (!m_isSyncing && m_session && m_session->local().hasLocalChanges())
+        m_triggers->noteEdit();
+}
+
+/// One process of the user's is enough; the others see what it brings.
+bool CloudWorker::prepare()
+{
+    if (!m_lock->isLocked() && !m_lock->tryLock(0))
+        return false;
+    if (!openSession())
+        return false;
+    decideAtStart();
+    return true;
+}
+
+bool CloudWorker::openSession()
+{
+    if (!m_isStarted)
+        return false;
+    if (!m_session) {
+        auto opened = MirrorSession::open(m_setup, *m_files);
+        if (!opened) {
+            print(opened.error().description);
+            return false;
+        }
+        m_session = std::move(*opened);
+        m_storeFile = std::make_unique<StoreFileWatch>();
+        connect(m_storeFile.get(), &StoreFileWatch::maybeWritten, this, &CloudWorker::lookForEdits);
+        m_storeFile->watch(m_setup.storeFile);
+    }
+    const auto& account = m_accounts->account();
+    m_session->useAccount(account ? account->identity : QString());
+    return true;
+}
+
+/// A start goes on with what was, unless the choice changed since: here, or on another device.
+void CloudWorker::decideAtStart()
+{
+    if (m_isDecided)
+        return;
+    const MirrorPhase phase = m_session->memory().phase;
+    if (m_isMirrored && phase == MirrorPhase::Off)
+        m_isDecided = m_session->engine().switchOn();
+    else if (!m_isMirrored && phase != MirrorPhase::Off)
+        m_isDecided = m_session->engine().switchOff();
+    else
+        m_isDecided = true;
+}
+
+SyncReport CloudWorker::syncOnce()
+{
+    m_files->use(m_accounts->account().value(), m_session->certificatePin());
+    exchangeValues();
+    SyncReport report = m_session->engine().sync();
+    if (m_files->isOpen()) {
+        noteCertificate();
+        if (report.error && report.error->kind == FileError::Kind::Unauthorised)
+            m_accounts->refused();
+    }
+    m_files->close();
+    Q_EMIT valuesKnown(sharedValues(m_session->local()));
+    return report;
+}
+
+void CloudWorker::noteCertificate()
+{
+    const QByteArray pin = m_files->certificatePin();
+    if (pin != m_session->certificatePin())
+        m_session->setCertificatePin(pin);
+}
+
+void CloudWorker::exchangeValues()
+{
+    if (!m_changes.isEmpty() && keepChanges(m_session->local(), m_changes))
+        Q_EMIT changesKept(std::exchange(m_changes, {}));
+}
+
+/// Once, not at every poll.
+void CloudWorker::tell(const SyncReport& report)
+{
+    QString sentence;
+    if (report.error)
+        sentence = report.error->sentence;
+    else if (report.phase == MirrorPhase::Deleted)
+        sentence = QStringLiteral("The saved bills were deleted from the cloud on another device; "
+                                  "they stay here, and are no longer mirrored.");
+    else if (report.phase == MirrorPhase::OtherAccount)
+        sentence = QStringLiteral("This is another account than before. To mirror the saved bills "
+                                  "into it, switch syncing off and on.");
+    else if (report.result == SyncReport::Result::Waiting)
+        sentence = QStringLiteral("The folder of the saved bills is missing; waiting for it.");
+    if (sentence == m_told)
+        return;
+    m_told = sentence;
+    if (!sentence.isEmpty())
+        print(sentence);
+}
+
+} // namespace mirror
