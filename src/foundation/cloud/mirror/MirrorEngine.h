@@ -46,6 +46,7 @@ public:
     SyncReport sync();
 
     // What the user decides; each is remembered when it returns true, and done by the next syncs.
+    // Another process may decide on the same memory during a sync of this one.
 
     /// Joins the oldest open epoch, or creates one. Ends every stop; changes nothing where
     /// mirroring is on in this account.

@@ -34,7 +34,10 @@ Outcome<> ZoneDeletion::finish()
         *epochs, [&](const Epoch& epoch) { return left->folders.contains(epoch); });
     if (isAnyLeft || !areIn(left->closed, *epochs))
         return notUnderstood(QStringLiteral("The deletion is not complete."));
-    return remember(m_world.local, [](MirrorMemory& memory) { memory.deletion.reset(); });
+    return remember(m_world.local, [](MirrorMemory& memory) {
+        if (memory.deletion && memory.deletion->isListed) // otherwise decided anew since
+            memory.deletion.reset();
+    });
 }
 
 /// What is created later is not what the user wanted deleted.

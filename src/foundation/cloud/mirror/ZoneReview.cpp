@@ -62,23 +62,35 @@ Outcome<Course> ZoneReview::join(const Zone& zone)
 {
     m_others = zone.open();
     const Epoch oldest = m_others.takeFirst();
-    const auto joined = remember(m_world.local, [&](MirrorMemory& memory) {
+    return conclude(Course::Go, [&](MirrorMemory& memory) {
         if (memory.epoch != oldest)
             m_world.local.records().forgetAll();
         memory.epoch = oldest;
         memory.phase = MirrorPhase::Mirroring;
         memory.missingListings = 0;
     });
-    return joined ? Outcome<Course>(Course::Go) : joined.error();
 }
 
 Outcome<Course> ZoneReview::stop()
 {
-    const auto stopped = remember(m_world.local, [&](MirrorMemory& memory) {
+    return conclude(Course::Stop, [&](MirrorMemory& memory) {
         m_world.local.records().forgetAll();
         memory.phase = MirrorPhase::Deleted;
     });
-    return stopped ? Outcome<Course>(Course::Stop) : stopped.error();
+}
+
+/// What the user decided since the zone was listed stands.
+template <class Change> Outcome<Course> ZoneReview::conclude(Course course, Change change)
+{
+    bool isOff = false;
+    const auto remembered = remember(m_world.local, [&](MirrorMemory& memory) {
+        isOff = memory.phase == MirrorPhase::Off;
+        if (!isOff)
+            change(memory);
+    });
+    if (!remembered)
+        return remembered.error();
+    return isOff ? Course::Stop : course;
 }
 
 Outcome<Course> ZoneReview::miss()

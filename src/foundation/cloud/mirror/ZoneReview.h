@@ -41,6 +41,7 @@ private:
     Outcome<Course> decide(const Zone& zone);
     Outcome<Course> join(const Zone& zone);
     Outcome<Course> stop();
+    template <class Change> Outcome<Course> conclude(Course course, Change change);
     Outcome<Course> miss();
     Outcome<Course> createEpoch();
 

@@ -98,7 +98,11 @@ class MirrorEngineTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_files = std::make_shared<MemoryFiles>(); }
+    void init()
+    {
+        m_files = std::make_shared<MemoryFiles>();
+        m_isDecided = false;
+    }
 
     void nothingIsMadeBeforeMirroringIsSwitchedOn()
     {
@@ -379,6 +383,45 @@ private Q_SLOTS:
             QVERIFY2(!request.path.startsWith(folders.zone()), qPrintable(request.path));
     }
 
+    void whatIsSwitchedOffDuringASyncStaysOff()
+    {
+        Device device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.store.setFaults([&](const auto& request) -> std::optional<MemoryFileStore::Fault> {
+            if (request.operation == Operation::MakeCollection)
+                m_isDecided = device.engine.switchOff();
+            return std::nullopt;
+        });
+
+        const SyncReport report = device.engine.sync();
+
+        QVERIFY(m_isDecided);
+        QCOMPARE(report.phase, MirrorPhase::Off);
+        QCOMPARE(report.records.rowsPublished, 0);
+    }
+
+    void aDeletionThatIsDecidedDuringAnotherOneIsDone()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const QString later = folders.epoch({ 9'999'999'999'999, 1 });
+        device.store.setFaults([&](const auto& request) -> std::optional<MemoryFileStore::Fault> {
+            if (request.operation == Operation::Remove && !m_isDecided) {
+                m_files->collections.insert(later);
+                m_isDecided = device.engine.deleteZone();
+            }
+            return std::nullopt;
+        });
+
+        QVERIFY(device.engine.deleteZone());
+        QVERIFY(device.engine.sync().isDeletionPending);
+        QVERIFY(!device.engine.sync().isDeletionPending);
+
+        QVERIFY(!m_files->collections.contains(later));
+    }
+
     void switchingOnWhatIsOnChangesNothing()
     {
         Device device(m_files);
@@ -559,6 +602,7 @@ private Q_SLOTS:
 private:
     std::shared_ptr<MemoryFiles> m_files;
     int m_refusals = 3;
+    bool m_isDecided = false;
 };
 
 QTEST_APPLESS_MAIN(MirrorEngineTest)
