@@ -15,6 +15,7 @@ void MemoryMirror::setData(const Data& data)
     if (isOpen())
         qFatal("A profile was copied over within a transaction.");
     m_data = data;
+    ++m_revision;
 }
 
 MirrorMemory MemoryMirror::memory()
@@ -27,6 +28,7 @@ void MemoryMirror::setMemory(const MirrorMemory& memory)
 {
     call();
     m_data.memory = memory;
+    ++m_revision;
 }
 
 void MemoryMirror::begin()
@@ -52,6 +54,7 @@ void MemoryMirror::rollBack() noexcept
     m_records.undoChanges();
     m_keyValues.undoChanges();
     m_data.memory = *m_memoryBefore;
+    ++m_revision;
     m_memoryBefore.reset();
 }
 

@@ -21,8 +21,10 @@ public:
         std::map<QString, SeenFile> files; // by path
     };
 
-    MemoryShelf(Data& data, std::function<void()> called)
+    /// The revision is counted up at every change.
+    MemoryShelf(Data& data, qint64& revision, std::function<void()> called)
         : m_data(data)
+        , m_revision(revision)
         , m_called(std::move(called))
     {
     }
@@ -113,9 +115,10 @@ private:
 
     /// Nothing takes the value away.
     template <class Map>
-    static void change(Map& map, Before<Map>& before, typename Map::key_type key,
+    void change(Map& map, Before<Map>& before, typename Map::key_type key,
         std::optional<typename Map::mapped_type> value)
     {
+        ++m_revision;
         const auto found = map.find(key);
         const bool isThere = found != map.end();
         before.try_emplace(key, isThere ? std::optional(found->second) : std::nullopt);
@@ -136,6 +139,7 @@ private:
     }
 
     Data& m_data;
+    qint64& m_revision;
     std::function<void()> m_called;
     Before<decltype(Data::rows)> m_rowsBefore; // this transaction
     Before<decltype(Data::files)> m_filesBefore;
@@ -153,6 +157,8 @@ public:
 
     [[nodiscard]] const Data& data() const { return m_data; }
     void setData(const Data& data);
+    /// Another one after every change of the data.
+    [[nodiscard]] qint64 revision() const { return m_revision; }
     [[nodiscard]] bool isOpen() const { return m_memoryBefore.has_value(); }
 
     /// Asked at every call; may throw.
@@ -174,8 +180,9 @@ private:
     void call();
 
     Data m_data;
-    MemoryShelf<Record> m_records { m_data.records, [this] { call(); } };
-    MemoryShelf<KeyValue> m_keyValues { m_data.keyValues, [this] { call(); } };
+    qint64 m_revision = 0;
+    MemoryShelf<Record> m_records { m_data.records, m_revision, [this] { call(); } };
+    MemoryShelf<KeyValue> m_keyValues { m_data.keyValues, m_revision, [this] { call(); } };
     std::optional<MirrorMemory> m_memoryBefore; // within a transaction
 };
 

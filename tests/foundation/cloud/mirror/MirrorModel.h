@@ -1,15 +1,6 @@
 #pragma once
 
-#include "MemoryFileStore.h"
-#include "MemoryMirror.h"
-#include "MirrorEngine.h"
-
-#include <random>
-
-/// A claim about the mirror that does not hold, in words.
-struct Violation {
-    QString claim;
-};
+#include "ModelClaims.h"
 
 /// Several devices and one folder, on which things happen at random, and go wrong at random.
 /// Functions throw a Violation.
@@ -24,42 +15,29 @@ public:
     void settle();
 
 private:
-    class Device;
-    friend class Device;
-    using Path = QString;
-    using States = std::map<QUuid, mirror::RecordState>;
+    using Fault = mirror::MemoryFileStore::Fault;
+    using Request = mirror::MemoryFileStore::Request;
 
-    [[nodiscard]] quint32 below(quint32 bound);
-    [[nodiscard]] bool happens(quint32 perMille) { return below(1000) < perMille; }
-    Device& anyDevice();
+    void addDevice();
+    ModelDevice& anyDevice();
     void happen();
-    void wipe();
     void cloneProfile();
-    void edit(Device& device);
-    std::optional<mirror::MemoryFileStore::Fault> request(
-        Device& device, const mirror::MemoryFileStore::Request& request);
-    mirror::MemoryFileStore::Fault randomFault(const mirror::MemoryFileStore::Request& request);
-    void learnFiles();
-    void checkRemoval(const Path& path);
-    void checkCreation(Device& device);
-    void checkBeliefs();
-    void checkLife();
-    void settleOnce();
+    void deleteZone(ModelDevice& device);
+    void edit(ModelDevice& device);
+    void setValue(ModelDevice& device);
+    void makeBill(ModelDevice& device);
+    void rename(ModelDevice& device, const QUuid& id);
+    void deleteBill(ModelDevice& device, const QUuid& id);
+    std::optional<Fault> request(ModelDevice& device, const Request& request);
+    std::optional<Fault> randomFault(const Request& request);
+    void checkRequest(const ModelDevice& device, const Request& request);
+    void rest();
     [[nodiscard]] QString picture();
-    void checkEqual(const char* when);
-    void checkCloud();
-    void checkBills();
 
-    std::mt19937 m_random;
-    std::shared_ptr<mirror::MemoryFiles> m_files;
-    qint64 m_time = 1'763'690'400'000; // true, in milliseconds
-    std::vector<std::unique_ptr<Device>> m_devices;
-    std::map<QString, States> m_contents; // by file name: what files that were whole said
-    std::set<QString> m_doubtful; // names of which a broken upload was called a success
-    std::set<QUuid> m_deleted;
-    std::map<Path, qint64> m_missingSince; // epoch folders that were wiped, and when
+    ModelWorld m_world;
+    ModelClaims::Devices m_devices;
+    ModelClaims m_claims;
+    std::map<const ModelDevice*, std::pair<qint64, QString>> m_pictures; // at a revision
     quint32 m_bills = 0;
-    int m_wipes = 0;
     int m_depth = 0; // of devices that act within another one's request
-    bool m_isQuiet = false;
 };

@@ -24,7 +24,7 @@ function(mirror_mutant name)
     set(test mirror_mutant_${name})
     qt_add_executable(${test})
     set_target_properties(${test} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    vexilo_configure(${test} SOURCES MirrorModelTest.cpp PRIVATE Qt6::Test vexilo_mirror_model)
+    vexilo_configure(${test} PRIVATE mirror_model_main)
     target_sources(${test} PRIVATE ${copy})
     target_include_directories(${test} PRIVATE ${PROJECT_SOURCE_DIR}/src/foundation/cloud/mirror)
     add_test(NAME ${test} COMMAND ${test})
@@ -60,3 +60,20 @@ mirror_mutant(wall_clock SOURCE HybridClock.cpp
 mirror_mutant(missing_folder_made_again SOURCE ZoneReview.cpp
     FROM "return isLost ? createEpoch() : Course::Wait;"
     TO "return createEpoch();")
+mirror_mutant(rewritten_file_not_read SOURCE FileImport.cpp
+    FROM "(!listed.size || seen.size == listed.size)"
+    TO "true")
+mirror_mutant(hash_not_compared SOURCE FileImport.cpp
+    FROM "if (download->sha256 == FileName::fromText(file.key.name).value().sha256)"
+    TO "if (true)")
+mirror_mutant(folders_deleted_before_markers SOURCE ZoneDeletion.cpp
+    FROM "    if (auto closed = closeEpochs(*zone, *epochs); !closed)"
+    TO "    if (auto removed = removeFolders(*zone, *epochs); !removed)
+        return removed;
+    if (auto closed = closeEpochs(*zone, *epochs); !closed)")
+mirror_mutant(stopped_for_ever SOURCE ZoneReview.cpp
+    FROM "    if (!zone.open().isEmpty())"
+    TO "    if (!zone.open().isEmpty() && known->phase != MirrorPhase::Deleted)")
+mirror_mutant(decision_overruled SOURCE ZoneReview.cpp
+    FROM "        if (!isOff)"
+    TO "        if (true)")
