@@ -1,8 +1,8 @@
 #include "Keyring.h"
 
+#include "LibSecret.h"
 #include "SecretService.h"
 
-#include <QLibrary>
 #include <QRegularExpression>
 
 #include <qt6keychain/keychain.h>
@@ -43,20 +43,13 @@ Outcome<QString> outcome(const QKeychain::ReadPasswordJob& job)
 
 enum class Attempt { First, Last };
 
-/// A keyring that was started anew does not know the session that libsecret keeps for the process,
-/// and that nothing but this ends.
-void endKeyringSession()
-{
-    const auto end = QLibrary::resolve(QStringLiteral("secret-1"), 0, "secret_service_disconnect");
-    if (end)
-        end();
-}
-
 void read(const QString& key, Attempt attempt, const PasswordReply& reply)
 {
+    surviveLossOfBus();
     auto* const job = new QKeychain::ReadPasswordJob(service); // deletes itself
     job->setKey(key);
     QObject::connect(job, &QKeychain::Job::finished, job, [=] {
+        // A keyring that was started anew does not know the session that libsecret kept.
         if (job->error() == QKeychain::OtherError && attempt == Attempt::First) {
             endKeyringSession();
             read(key, Attempt::Last, reply);
