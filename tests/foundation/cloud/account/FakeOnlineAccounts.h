@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QProcess>
+#include "DBusMock.h"
 
-/// GNOME's online accounts, played by python-dbusmock in a process of its own.
-class FakeOnlineAccounts {
+/// GNOME's online accounts.
+class FakeOnlineAccounts : public DBusMock {
 public:
     /// One account with files on a server.
     struct Account {
@@ -16,28 +15,18 @@ public:
         bool acceptsErrors = false;
     };
 
-    static QString service();
-    /// What plays it, for a bus to start it.
-    static QString command();
+    static QString service() { return QStringLiteral("org.gnome.OnlineAccounts"); }
+    static QString templateName() { return QStringLiteral("online_accounts.py"); }
 
-    explicit FakeOnlineAccounts(const QDBusConnection& bus);
-    ~FakeOnlineAccounts();
-    Q_DISABLE_COPY_MOVE(FakeOnlineAccounts)
+    explicit FakeOnlineAccounts(const QDBusConnection& bus)
+        : DBusMock(bus, service(), QStringLiteral("/org/gnome/OnlineAccounts"), templateName())
+    {
+    }
 
-    /// Returns once it is on the bus.
-    void start();
-    void stop();
-    /// It answers nothing until it goes on.
-    void pause() const;
-    void goOn() const;
-
-    void add(const Account& account) const;
-    /// A method of the template.
-    QStringList tell(const QString& method, const QStringList& arguments = {}) const;
-
-private:
-    QStringList call(const QString& method, const QVariantList& arguments) const;
-
-    QDBusConnection m_bus;
-    QProcess m_process;
+    void add(const Account& account) const
+    {
+        tell(QStringLiteral("AddAccount"),
+            { account.id, account.kind, account.identity, account.uri, account.password,
+                account.acceptsErrors });
+    }
 };

@@ -3,6 +3,7 @@
 #include "PrivateBus.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -338,6 +339,45 @@ private Q_SLOTS:
         QCOMPARE(outcome.error().kind, FileError::Kind::Cancelled);
         QCOMPARE(state(), AccountState::Available);
         m_desktop->goOn();
+    }
+
+    void aServiceThatIsInstalledIsStarted()
+    {
+        const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        const PrivateBus bus({ { FakeOnlineAccounts::service(),
+            DBusMock::command(FakeOnlineAccounts::templateName()) } });
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        const QString name = QStringLiteral("another");
+        AccountManners elsewhere = manners();
+        elsewhere.bus = QDBusConnection::connectToBus(bus.address(), name);
+
+        begin(elsewhere);
+        QTRY_COMPARE(state(), AccountState::NoAccount);
+        QVERIFY(elsewhere.bus->interface()->isServiceRegistered(FakeOnlineAccounts::service()));
+
+        const FakeOnlineAccounts desktop(*elsewhere.bus);
+        desktop.add({});
+        QTRY_COMPARE(state(), AccountState::Available);
+        m_accounts.reset();
+        QDBusConnection::disconnectFromBus(name);
+    }
+
+    void theFileServesWhereTheDesktopHasNoAccount()
+    {
+        QFile file(manners().iniFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("url=https://elsewhere.example/\nuser=eve\n");
+        file.close();
+        begin(manners());
+        QTRY_COMPARE(user(*m_accounts), QStringLiteral("eve"));
+
+        m_desktop->add({});
+        QTRY_COMPARE(user(*m_accounts), QStringLiteral("ann"));
+        QCOMPARE(state(), AccountState::Available);
+
+        m_desktop->tell(QStringLiteral("SwitchFilesOff"), { id });
+        QTRY_COMPARE(user(*m_accounts), QStringLiteral("eve"));
+        QVERIFY(file.remove());
     }
 
     void anAccountThatCannotBeUsedSaysWhy()
