@@ -1,8 +1,8 @@
 #include "BusCalls.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QTimer>
 
 namespace mirror {
 
@@ -25,13 +25,11 @@ QStringList names(const QDBusMessage& answer)
 void callBus(const QDBusConnection& bus, const QDBusMessage& call, std::chrono::milliseconds limit,
     QObject* context, const std::function<void(const QDBusMessage&)>& take)
 {
-    if (!bus.isConnected()) { // of such a call nobody would hear
-        QTimer::singleShot(0, context,
-            [take] { take(QDBusMessage::createError(QDBusError::Disconnected, QString())); });
-        return;
-    }
-    auto* const watcher = new QDBusPendingCallWatcher(
-        bus.asyncCall(call, static_cast<int>(limit.count())), context);
+    // Of a call on a bus that is not there, nobody would hear.
+    const QDBusPendingCall pending = bus.isConnected()
+        ? bus.asyncCall(call, static_cast<int>(limit.count()))
+        : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
+    auto* const watcher = new QDBusPendingCallWatcher(pending, context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, take] {
         watcher->deleteLater();
         take(watcher->reply());

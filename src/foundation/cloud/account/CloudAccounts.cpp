@@ -88,8 +88,8 @@ Outcome<QString> CloudAccounts::password()
     if (m_shown.state != AccountState::Available)
         return failure(Kind::NotFound, QStringLiteral("There is no account."));
 
-    const Outcome<QString> outcome = PasswordRequest::wait(passwordSource(),
-        m_manners.passwordLimit, *m_manners.cancellation, this, [this] { probe(); });
+    Outcome<QString> outcome = PasswordRequest::wait(passwordSource(), m_manners.passwordLimit,
+        *m_manners.cancellation, this, [this] { probe(); });
     if (outcome)
         m_given = mark(*outcome);
     if (outcome || outcome.error().kind == Kind::Cancelled)

@@ -93,29 +93,27 @@ private:
 
 } // namespace
 
-PasswordRequest::PasswordRequest()
+PasswordRequest::PasswordRequest(PasswordSource source)
+    : m_source(std::move(source))
 {
     keepMemoryOutOfCoreDumps();
     connect(this, &PasswordRequest::answered, this, &QObject::deleteLater);
     moveToThread(passwordThread());
 }
 
-void PasswordRequest::begin(const PasswordSource& source)
+void PasswordRequest::post() { QMetaObject::invokeMethod(this, "begin", Qt::QueuedConnection); }
+
+void PasswordRequest::begin()
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this, source] {
-            source(this, [this](const Outcome<QString>& outcome) { Q_EMIT answered(outcome); });
-        },
-        Qt::QueuedConnection);
+    m_source(this, [this](const Outcome<QString>& outcome) { Q_EMIT answered(outcome); });
 }
 
 void PasswordRequest::ask(
     const PasswordSource& source, QObject* receiver, const PasswordReply& reply)
 {
-    auto* const request = new PasswordRequest;
+    auto* const request = new PasswordRequest(source);
     connect(request, &PasswordRequest::answered, receiver, reply, Qt::QueuedConnection);
-    request->begin(source);
+    request->post();
 }
 
 Outcome<QString> PasswordRequest::wait(const PasswordSource& source,
@@ -123,7 +121,7 @@ Outcome<QString> PasswordRequest::wait(const PasswordSource& source,
     const std::function<void()>& late)
 {
     const auto meeting = std::make_shared<Meeting>();
-    auto* const request = new PasswordRequest;
+    auto* const request = new PasswordRequest(source);
     connect(
         request, &PasswordRequest::answered, request,
         [meeting](const Outcome<QString>& outcome) { meeting->bring(outcome); },
@@ -135,8 +133,8 @@ Outcome<QString> PasswordRequest::wait(const PasswordSource& source,
     connect(request, &PasswordRequest::answered, receiver, tellIfLate, Qt::QueuedConnection);
     const QMetaObject::Connection cancelled
         = connect(&cancellation, &Cancellation::cancelled, [meeting] { meeting->wake(); });
-    request->begin(source);
-    const Outcome<QString> outcome = meeting->wait(limit, cancellation);
+    request->post();
+    Outcome<QString> outcome = meeting->wait(limit, cancellation);
     disconnect(cancelled);
     return outcome;
 }

@@ -39,8 +39,11 @@ Q_SIGNALS:
     void answered(const mirror::Outcome<QString>& outcome);
 
 private:
-    PasswordRequest();
-    void begin(const PasswordSource& source);
+    explicit PasswordRequest(PasswordSource source);
+    void post();
+    Q_INVOKABLE void begin();
+
+    const PasswordSource m_source;
 };
 
 } // namespace mirror
