@@ -19,13 +19,24 @@ struct CloudService::Port {
                 worker, [to = worker, call = std::move(call)]() mutable { call(*to); });
     }
 
-    /// Asks the worker and waits; the other answer where it goes before it knows.
-    template <class Answer, class Ask> Answer ask(Ask question, Answer otherwise)
+    /// Runs the call when the main thread is back in its event loop.
+    template <class Call> void postToMain(Call call)
+    {
+        const std::scoped_lock lock(mutex);
+        if (service != nullptr)
+            QMetaObject::invokeMethod(service, std::move(call), Qt::QueuedConnection);
+    }
+
+    /// Asks the worker and waits; the other answer where it goes before it knows. Whoever began it
+    /// on the main thread is never answered before that went on.
+    template <class Answer, class Ask>
+    static Answer ask(const std::shared_ptr<Port>& port, Ask question, Answer otherwise)
     {
         auto promise = std::make_shared<std::promise<Answer>>();
         std::future<Answer> answer = promise->get_future();
-        post([promise = std::move(promise), question = std::move(question)](
-                 CloudWorker& to) { question(to, std::move(*promise)); });
+        port->postToMain([port, promise = std::move(promise), question = std::move(question)] {
+            port->post([promise, question](CloudWorker& to) { question(to, std::move(*promise)); });
+        });
         try {
             return answer.get();
         } catch (const std::future_error&) {
@@ -34,6 +45,7 @@ struct CloudService::Port {
     }
 
     std::mutex mutex;
+    CloudService* service = nullptr;
     CloudWorker* worker = nullptr;
 };
 
@@ -43,10 +55,12 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
     , m_worker(std::make_unique<CloudWorker>(m_cancellation))
     , m_port(std::make_shared<Port>())
 {
+    m_port->service = this;
     m_port->worker = m_worker.get();
     m_thread.setObjectName(QStringLiteral("cloud"));
     CKContainer::setAccountSource([port = m_port] {
-        return port->ask(
+        return Port::ask(
+            port,
             [](CloudWorker& to, CloudWorker::StatusPromise answer) {
                 to.askStatus(std::move(answer));
             },
@@ -56,7 +70,8 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
         [port = m_port](const QString& container, const CKRecordZoneID& zone) {
             const std::optional<CKError> unanswered = CKError { QStringLiteral(
                 "The program ended before the saved bills were deleted from the cloud.") };
-            return port->ask(
+            return Port::ask(
+                port,
                 [container, zone](CloudWorker& to, CloudWorker::DeletionPromise answer) {
                     to.deleteZone(container, zone, std::move(answer));
                 },
@@ -90,6 +105,7 @@ CloudService::~CloudService()
     m_cancellation->cancel();
     {
         const std::scoped_lock lock(m_port->mutex);
+        m_port->service = nullptr;
         m_port->worker = nullptr;
     }
     if (m_thread.isRunning()) {
