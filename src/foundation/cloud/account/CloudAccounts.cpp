@@ -3,6 +3,8 @@
 #include "BusCalls.h"
 #include "CloudIniFile.h"
 #include "Keyring.h"
+#include "KeyringWatch.h"
+#include "OnlineAccounts.h"
 #include "UserDefaults.h"
 
 #include <QCryptographicHash>

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "CloudAccount.h"
-#include "KeyringWatch.h"
-#include "OnlineAccounts.h"
 #include "PasswordRequest.h"
 
 #include <QDBusConnection>
@@ -13,6 +11,8 @@
 namespace mirror {
 
 class CloudIniFile;
+class KeyringWatch;
+class OnlineAccounts;
 
 enum class AccountState {
     Unknown, ///< the first answer has not come yet
@@ -60,8 +60,9 @@ public:
 
     /// Asks the desktop or the keyring, which may ask the user to unlock it, and waits, delivering
     /// no events: for passwordLimit, or until the cancellation. Never empty.
-    /// Fails with Cancelled; with NotFound where there is no account; otherwise with Unauthorised:
-    /// the account needs attention then, and is asked for nothing before changed() says so.
+    /// Fails with Cancelled; with NotFound where there is no account, or none is known yet;
+    /// otherwise with Unauthorised: the account needs attention then, and there is no use in asking
+    /// again before changed().
     [[nodiscard]] Outcome<QString> password();
 
     /// The server did not take what password() gave (401, 403). The account needs attention until

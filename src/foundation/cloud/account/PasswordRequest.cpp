@@ -3,6 +3,7 @@
 #include "CoreDumps.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QThread>
 
 #include <condition_variable>
@@ -16,13 +17,14 @@ namespace mirror {
 namespace {
 
 QThread* runningThread = nullptr;
+QObject* requestOwner = nullptr; // on it; of the requests that are not answered yet
 
-/// Before the application goes. A question that nobody answered is left behind; a thread that does
-/// not end, too, since the process does.
+/// Before the application goes. What is not answered by then never is; a thread that does not end
+/// is left behind, since the process does.
 void endThread()
 {
     constexpr unsigned long limit = 1000; // milliseconds
-    runningThread->quit();
+    requestOwner->deleteLater();
     if (runningThread->wait(limit))
         delete runningThread;
 }
@@ -33,6 +35,10 @@ QThread* passwordThread()
     std::call_once(once, [] {
         runningThread = new QThread;
         runningThread->setObjectName(QStringLiteral("passwords"));
+        requestOwner = new QObject;
+        requestOwner->moveToThread(runningThread);
+        QObject::connect(
+            requestOwner, &QObject::destroyed, runningThread, &QThread::quit, Qt::DirectConnection);
         runningThread->start();
         qAddPostRoutine(endThread);
     });
@@ -105,7 +111,12 @@ void PasswordRequest::post() { QMetaObject::invokeMethod(this, "begin", Qt::Queu
 
 void PasswordRequest::begin()
 {
-    m_source(this, [this](const Outcome<QString>& outcome) { Q_EMIT answered(outcome); });
+    setParent(requestOwner);
+    // Who was asked may answer when the application is about to end.
+    m_source(this, [self = QPointer(this)](const Outcome<QString>& outcome) {
+        if (self)
+            Q_EMIT self->answered(outcome);
+    });
 }
 
 void PasswordRequest::ask(

@@ -10,7 +10,8 @@
 
 namespace mirror {
 
-/// Hands over a password, or why there is none. To be called at most once.
+/// Hands over a password, or why there is none. To be called at most once, and on the thread on
+/// which it was asked for.
 using PasswordReply = std::function<void(const Outcome<QString>&)>;
 
 /// Begins to ask for a password, and returns at once. The context lives, and has events delivered

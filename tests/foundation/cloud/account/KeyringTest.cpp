@@ -3,6 +3,7 @@
 #include "PrivateBus.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
@@ -55,6 +56,23 @@ private:
         manners.iniFile = iniFile();
         m_accounts = std::make_unique<CloudAccounts>(manners);
         m_accounts->start();
+    }
+
+    /// All on the calling thread.
+    [[nodiscard]] QString passwordFoundHere() const
+    {
+        AccountManners manners;
+        manners.iniFile = iniFile();
+        CloudAccounts accounts(manners);
+        QEventLoop loop;
+        connect(&accounts, &CloudAccounts::changed, &loop, [&] {
+            if (accounts.state() == AccountState::Available)
+                loop.quit();
+        });
+        accounts.start();
+        loop.exec();
+        const Outcome<QString> found = accounts.password();
+        return found ? *found : found.error().sentence;
     }
 
     /// An account that has its password.
@@ -241,31 +259,12 @@ private Q_SLOTS:
     {
         beginWithPassword();
         for (int turn = 0; turn < 2; ++turn) {
-            QThread thread;
-            QObject worker;
-            worker.moveToThread(&thread);
-            thread.start();
-            QString given;
-            std::unique_ptr<CloudAccounts> accounts;
-            const auto onThread = [&](const std::function<void()>& call) {
-                QMetaObject::invokeMethod(&worker, call, Qt::BlockingQueuedConnection);
-            };
-            onThread([&] {
-                AccountManners manners;
-                manners.iniFile = iniFile();
-                accounts = std::make_unique<CloudAccounts>(manners);
-                accounts->start();
-            });
-            QTRY_VERIFY([&] {
-                onThread([&] {
-                    if (accounts->state() == AccountState::Available)
-                        given = *accounts->password();
-                });
-                return given == password;
-            }());
-            onThread([&] { accounts.reset(); });
-            thread.quit();
-            thread.wait();
+            QString found;
+            const std::unique_ptr<QThread> thread(
+                QThread::create([this, &found] { found = passwordFoundHere(); }));
+            thread->start();
+            QTRY_VERIFY(thread->isFinished());
+            QCOMPARE(found, password);
         }
     }
 
