@@ -58,7 +58,7 @@ QByteArray response(const QByteArray& href, const QByteArray& properties, const 
 
 QByteArray multistatus(const QByteArray& responses)
 {
-    return "\x10<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<D:multistatus xmlns:D=\"DAV:\">"
+    return "\x01<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<D:multistatus xmlns:D=\"DAV:\">"
         + responses + "</D:multistatus>\n";
 }
 
@@ -102,6 +102,7 @@ QByteArrayList listingSeeds()
         multistatus(itself + response("/dav/Jos%C3%A9/bills/%2E%2E/x", file, "200 OK")),
         multistatus(itself + response("/elsewhere", file, "200 OK")),
         multistatus(itself + first) + "<!-- an error -->",
+        multistatus(itself).replace(0, 1, QByteArray(1, '\0')) + "an error",
         "\x01<!DOCTYPE a [<!ENTITY b \"c\">]><multistatus xmlns=\"DAV:\">&b;</multistatus>",
         "\x02<multistatus xmlns=\"DAV:\"><![CDATA[ ]]>&#x41;</multistatus>" });
 }

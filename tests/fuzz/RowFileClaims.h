@@ -72,12 +72,11 @@ private:
 
     static const char* brokenJoin(const std::vector<Row>& rows)
     {
+        std::vector<Row> allJoined;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const Row& left = rows[i];
-            Row right = rows[(i + 1) % rows.size()];
-            Row third = rows[(i + 2) % rows.size()];
-            right = withKeyOf(left, right);
-            third = withKeyOf(left, third);
+            const Row right = withKeyOf(left, rows[(i + 1) % rows.size()]);
+            const Row third = withKeyOf(left, rows[(i + 2) % rows.size()]);
             const Row joined = Format::join(left, right);
             if (Format::join(left, left) != left || Format::join(joined, right) != joined)
                 return "What is joined again stays.";
@@ -85,10 +84,9 @@ private:
                 return "A join has no order.";
             if (Format::join(joined, third) != Format::join(left, Format::join(right, third)))
                 return "Joins have no order.";
-            if (const char* claim = brokenWriting({ joined }))
-                return claim;
+            allJoined.push_back(joined);
         }
-        return nullptr;
+        return brokenWriting(allJoined);
     }
 
     static mirror::Record withKeyOf(const mirror::Record& key, const mirror::Record& row)
@@ -116,9 +114,5 @@ private:
             rows = rows.subspan(part.taken);
         }
         return nullptr;
-    }
-    static const char* brokenWriting(const std::vector<Row>& rows)
-    {
-        return brokenWriting(std::span<const Row>(rows));
     }
 };
