@@ -83,8 +83,10 @@ std::size_t LocalChanges::scan(Progress& progress, std::size_t most)
             numbers.push_back(query->getColumn(0).getInt64());
     }
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    for (const qint64 number : numbers)
-        insert(number, now);
+    for (const qint64 number : numbers) {
+        if (!m_table.byNumber(number))
+            insert(number, now);
+    }
     if (numbers.size() < most)
         progress.scanned.reset();
     else
@@ -133,7 +135,7 @@ void LocalChanges::insert(qint64 number, qint64 stamp)
 {
     const NSManagedObjectID id(&m_mapping.entity(), number);
     const auto values = m_scope.rows().values(id.entity(), number);
-    if (!values || !m_mapping.attributes(*values) || m_table.byNumber(number))
+    if (!values || !m_mapping.attributes(*values))
         return;
     auto identifier = m_store.identifierOf(id);
     if (!identifier)

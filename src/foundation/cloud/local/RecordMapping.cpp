@@ -73,7 +73,7 @@ std::optional<Attributes> RecordMapping::attributes(const AttributeValues& value
         if (i != m_renamable)
             others.push_back(mirrored(values[i]));
     }
-    return Attributes::of(others, m_schema);
+    return Attributes::of(std::move(others), m_schema);
 }
 
 std::optional<Text> RecordMapping::text(const AttributeValues& values) const

@@ -4,6 +4,18 @@
 
 namespace mirror {
 
+namespace {
+
+/// Whether the record here, or the fact of its end, says all that there is in the state.
+bool isSaidByRows(const Record& record)
+{
+    if (const auto* live = std::get_if<LiveRecord>(&record.state))
+        return !live->content.attributes.hasMore() && live->unknown == UnknownKeys();
+    return std::get<DeadRecord>(record.state).unknown == UnknownKeys();
+}
+
+} // namespace
+
 std::optional<Record> SqliteRecordShelf::find(const QUuid& id)
 {
     return m_scope.attempt([&]() -> std::optional<Record> {
@@ -56,7 +68,8 @@ void SqliteRecordShelf::write(const Record& record)
         row.number = writeDead(before);
         row.content = std::get<DeadRecord>(record.state).time;
     }
-    row.exact = exactLine(record, row.number);
+    if (!isSaidByRows(record))
+        row.exact = recordLine(record);
     m_found = row;
     m_unwritten = std::move(row);
 }
@@ -90,20 +103,6 @@ qint64 SqliteRecordShelf::writeDead(const std::optional<MirroredRow>& before)
     if (before->isLive())
         m_scope.rows().remove(&m_mapping.entity(), before->number);
     return before->number;
-}
-
-/// Nothing where the record here says the same, or says the only thing there is to say of its end.
-QByteArray SqliteRecordShelf::exactLine(const Record& record, qint64 number)
-{
-    if (const auto* live = std::get_if<LiveRecord>(&record.state)) {
-        const auto values = m_scope.rows().values(&m_mapping.entity(), number);
-        if (live->unknown == UnknownKeys() && values
-            && m_mapping.attributes(*values) == live->content.attributes)
-            return {};
-    } else if (std::get<DeadRecord>(record.state).unknown == UnknownKeys()) {
-        return {};
-    }
-    return recordLine(record);
 }
 
 void SqliteRecordShelf::setCarrier(const QUuid& id, const FileKey& file)

@@ -42,7 +42,6 @@ private:
     void write(const Record& record);
     qint64 writeLive(const std::optional<MirroredRow>& before, const LiveRecord& live);
     qint64 writeDead(const std::optional<MirroredRow>& before);
-    [[nodiscard]] QByteArray exactLine(const Record& record, qint64 number);
 
     TransactionScope& m_scope;
     const RecordMapping& m_mapping;

@@ -9,7 +9,7 @@ namespace mirror {
 
 namespace {
 
-constexpr qsizetype MaxDoubleBytes = 32; // the shortest form of a double has at most 24
+constexpr qsizetype MaxNumberBytes = 32; // the shortest form of a double has at most 24
 
 bool isNullable(AttributeKind kind)
 {
@@ -18,46 +18,49 @@ bool isNullable(AttributeKind kind)
 
 bool isInRange(WallTime date) { return date >= EarliestDate && date <= LatestDate; }
 
-std::optional<QByteArray> textOf(std::monostate, AttributeKind kind)
+template <class Number> void appendNumber(QByteArray& json, Number value)
 {
-    return isNullable(kind) ? std::optional<QByteArray>("null") : std::nullopt;
-}
-
-std::optional<QByteArray> textOf(bool value, AttributeKind kind)
-{
-    if (kind != AttributeKind::Boolean)
-        return std::nullopt;
-    return value ? "true" : "false";
-}
-
-std::optional<QByteArray> textOf(qint32 value, AttributeKind kind)
-{
-    if (kind != AttributeKind::Integer32)
-        return std::nullopt;
-    return QByteArray::number(value);
-}
-
-std::optional<QByteArray> textOf(double value, AttributeKind kind)
-{
-    if (kind != AttributeKind::Double || !std::isfinite(value))
-        return std::nullopt;
-    std::array<char, MaxDoubleBytes> digits {};
+    std::array<char, MaxNumberBytes> digits {};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return quotedJson({ digits.data(), end });
+    json.append(digits.data(), end - digits.data());
 }
 
-std::optional<QByteArray> textOf(WallTime value, AttributeKind kind)
+bool append(QByteArray& json, std::monostate, AttributeKind kind)
 {
-    if (kind != AttributeKind::Date || !isInRange(value))
-        return std::nullopt;
-    return QByteArray::number(qint64(value.time_since_epoch().count()));
+    json += "null";
+    return isNullable(kind);
 }
 
-std::optional<QByteArray> textOf(const Text& value, AttributeKind kind)
+bool append(QByteArray& json, bool value, AttributeKind kind)
 {
-    if (kind != AttributeKind::Text)
-        return std::nullopt;
-    return quotedJson(value.utf8());
+    json += value ? "true" : "false";
+    return kind == AttributeKind::Boolean;
+}
+
+bool append(QByteArray& json, qint32 value, AttributeKind kind)
+{
+    appendNumber(json, value);
+    return kind == AttributeKind::Integer32;
+}
+
+bool append(QByteArray& json, double value, AttributeKind kind)
+{
+    json += '"';
+    appendNumber(json, value);
+    json += '"';
+    return kind == AttributeKind::Double && std::isfinite(value);
+}
+
+bool append(QByteArray& json, WallTime value, AttributeKind kind)
+{
+    appendNumber(json, qint64(value.time_since_epoch().count()));
+    return kind == AttributeKind::Date && isInRange(value);
+}
+
+bool append(QByteArray& json, const Text& value, AttributeKind kind)
+{
+    json += quotedJson(value.utf8());
+    return kind == AttributeKind::Text;
 }
 
 /// What std::from_chars takes besides decimals begins with a letter: infinities, and what is no
@@ -70,7 +73,7 @@ bool beginsAsNumber(QByteArrayView text)
 
 std::optional<Value> readDouble(const QByteArray& text)
 {
-    if (text.isEmpty() || text.size() > MaxDoubleBytes || !beginsAsNumber(text))
+    if (text.isEmpty() || text.size() > MaxNumberBytes || !beginsAsNumber(text))
         return std::nullopt;
     double value = 0;
     const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
@@ -115,9 +118,9 @@ JsonValue::Kind jsonKind(AttributeKind kind)
 
 } // namespace
 
-std::optional<QByteArray> attributeText(const Value& value, AttributeKind kind)
+bool appendAttribute(QByteArray& json, const Value& value, AttributeKind kind)
 {
-    return std::visit([kind](const auto& content) { return textOf(content, kind); }, value);
+    return std::visit([&](const auto& content) { return append(json, content, kind); }, value);
 }
 
 std::optional<Value> attributeValue(const JsonValue& json, AttributeKind kind)

@@ -2,25 +2,59 @@
 
 #include "AttributeJson.h"
 
-#include <QStringBuilder>
-
-#include <map>
+#include <algorithm>
+#include <numeric>
 
 namespace mirror {
 
 namespace {
 
-using TextsByName = std::map<QByteArray, QByteArray>;
+constexpr qsizetype UsualBytes = 256;
 
-/// Nothing where that is more than fits.
-std::optional<QByteArray> canonicalText(const TextsByName& members)
+struct Member {
+    QByteArray name;
+    QByteArray text; ///< of its value
+};
+
+void appendName(QByteArray& text, const QByteArray& name)
 {
-    QByteArray text = "{";
-    for (const auto& [name, value] : members) {
-        if (text.size() > 1)
-            text += ',';
-        text += quotedJson(name) + ":" + value;
+    if (text.size() > 1)
+        text += ',';
+    text += quotedJson(name);
+    text += ':';
+}
+
+/// Nothing where a value is not of its attribute's kind or cannot be mirrored, or where that is
+/// more than fits.
+std::optional<QByteArray> canonicalText(
+    const Values& values, const RecordSchema& schema, std::vector<Member> unknown)
+{
+    const std::vector<SchemaAttribute>& attributes = schema.attributes;
+    if (values.size() != attributes.size())
+        return std::nullopt;
+    std::vector<std::size_t> order(attributes.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto nameOf = [&](std::size_t i) -> const QByteArray& { return attributes[i].name; };
+    if (!std::ranges::is_sorted(attributes, {}, &SchemaAttribute::name))
+        std::ranges::sort(order, {}, nameOf);
+    std::ranges::sort(unknown, {}, &Member::name);
+    QByteArray text;
+    text.reserve(UsualBytes);
+    text += '{';
+    auto next = unknown.cbegin();
+    const auto appendUnknown = [&](auto isDue) {
+        for (; next != unknown.cend() && isDue(next->name); ++next) {
+            appendName(text, next->name);
+            text += next->text;
+        }
+    };
+    for (const std::size_t i : order) {
+        appendUnknown([&](const QByteArray& name) { return name < nameOf(i); });
+        appendName(text, nameOf(i));
+        if (!appendAttribute(text, values[i], attributes[i].kind))
+            return std::nullopt;
     }
+    appendUnknown([](const QByteArray&) { return true; });
     text += '}';
     return text.size() <= Attributes::MaxBytes ? std::optional(text) : std::nullopt;
 }
@@ -38,54 +72,53 @@ std::optional<Values> valuesIn(const JsonValue& object, const RecordSchema& sche
     return values;
 }
 
-/// False where a value is not of its attribute's kind or cannot be mirrored.
-bool setKnown(TextsByName& members, const Values& values, const RecordSchema& schema)
+/// What a newer version of the schema may have.
+std::vector<Member> unknownIn(const JsonValue& object, const RecordSchema& schema)
 {
-    if (values.size() != schema.attributes.size())
-        return false;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        auto text = attributeText(values[i], schema.attributes[i].kind);
-        if (!text)
-            return false;
-        members[schema.attributes[i].name] = *std::move(text);
+    std::vector<Member> members;
+    for (std::size_t i = 0; i < object.values.size(); ++i) {
+        const QByteArray& name = object.names[i];
+        if (std::ranges::find(schema.attributes, name, &SchemaAttribute::name)
+            == schema.attributes.end())
+            members.push_back({ name, object.values[i].toText() });
     }
-    return true;
-}
-
-TextsByName textsIn(const JsonValue& object)
-{
-    TextsByName members;
-    for (std::size_t i = 0; i < object.values.size(); ++i)
-        members.emplace(object.names[i], object.values[i].toText());
     return members;
 }
 
 } // namespace
 
-std::optional<Attributes> Attributes::of(const Values& values, const RecordSchema& schema)
+Attributes::Attributes(QByteArray text, bool hasMore, Values values, const RecordSchema& schema)
+    : m_text(std::move(text))
+    , m_hasMore(hasMore)
+    , m_schema(&schema)
+    , m_values(std::make_shared<const Values>(std::move(values)))
 {
-    TextsByName members;
-    if (!setKnown(members, values, schema))
-        return std::nullopt;
-    auto text = canonicalText(members);
-    return text ? std::optional(Attributes(*std::move(text))) : std::nullopt;
+}
+
+std::optional<Attributes> Attributes::of(Values values, const RecordSchema& schema)
+{
+    auto text = canonicalText(values, schema, {});
+    return text ? std::optional(Attributes(*std::move(text), false, std::move(values), schema))
+                : std::nullopt;
 }
 
 std::optional<Attributes> Attributes::fromJson(const JsonValue& object, const RecordSchema& schema)
 {
-    const auto values = valuesIn(object, schema);
+    auto values = valuesIn(object, schema);
     if (!values || object.member(schema.renamable) != nullptr)
         return std::nullopt;
     // Written anew, because a double can be read from more than one text.
-    TextsByName members = textsIn(object);
-    if (!setKnown(members, *values, schema))
-        return std::nullopt;
-    auto text = canonicalText(members);
-    return text ? std::optional(Attributes(*std::move(text))) : std::nullopt;
+    std::vector<Member> unknown = unknownIn(object, schema);
+    const bool hasMore = !unknown.empty();
+    auto text = canonicalText(*values, schema, std::move(unknown));
+    return text ? std::optional(Attributes(*std::move(text), hasMore, *std::move(values), schema))
+                : std::nullopt;
 }
 
 std::optional<Values> Attributes::values(const RecordSchema& schema) const
 {
+    if (m_schema == &schema)
+        return *m_values;
     const auto object = readJsonLine(m_text);
     return object ? valuesIn(*object, schema) : std::nullopt;
 }

@@ -88,14 +88,20 @@ std::optional<JsonValue> readJsonLine(QByteArrayView line)
 
 QByteArray quotedJson(QByteArrayView utf8)
 {
-    QByteArray json = "\"";
-    for (const char byte : utf8) {
-        if (isControl(byte) || byte == '"' || byte == '\\')
-            appendEscaped(json, byte);
-        else
-            json += byte;
+    QByteArray json;
+    json.reserve(utf8.size() + 2);
+    json += '"';
+    // Nearly every text is one run without anything to escape.
+    const auto isEscaped = [](char byte) { return isControl(byte) || byte == '"' || byte == '\\'; };
+    for (auto run = utf8.begin(); run != utf8.end();) {
+        const auto end = std::find_if(run, utf8.end(), isEscaped);
+        json += QByteArrayView(run, end);
+        run = end;
+        if (end != utf8.end())
+            appendEscaped(json, *run++);
     }
-    return json + "\"";
+    json += '"';
+    return json;
 }
 
 } // namespace mirror
