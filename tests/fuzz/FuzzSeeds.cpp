@@ -103,6 +103,7 @@ QByteArrayList listingSeeds()
         multistatus(itself + response("/elsewhere", file, "200 OK")),
         multistatus(itself + first) + "<!-- an error -->",
         multistatus(itself).replace(0, 1, QByteArray(1, '\0')) + "an error",
+        multistatus(itself + response("/dav/Jos%C3%A9/bills/]]>", file, "200 OK")),
         "\x01<!DOCTYPE a [<!ENTITY b \"c\">]><multistatus xmlns=\"DAV:\">&b;</multistatus>",
         "\x02<multistatus xmlns=\"DAV:\"><![CDATA[ ]]>&#x41;</multistatus>" });
 }

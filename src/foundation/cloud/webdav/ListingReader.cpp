@@ -74,6 +74,9 @@ void ListingReader::readToken(QXmlStreamReader::TokenType token)
         break;
     case QXmlStreamReader::Characters:
         m_text += m_xml.text();
+        // No text may hold this, but across pieces it is not noticed.
+        if (m_text.contains(QLatin1String("]]>")))
+            m_state = State::Doubtful;
         break;
     case QXmlStreamReader::EndDocument:
         m_state = State::Ended;
@@ -124,6 +127,7 @@ void ListingReader::end()
         endPropstat();
     else if (isAt(QLatin1String("/multistatus/response")))
         endResponse();
+    m_text.clear();
     m_path.truncate(m_path.lastIndexOf(QLatin1Char('/')));
     --m_depth;
 }

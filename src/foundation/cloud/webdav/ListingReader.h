@@ -50,7 +50,7 @@ private:
     qint64 m_size = 0;
     QString m_path; // the open elements, parted by slashes, "*" for a foreign one
     int m_depth = 0; // their number
-    QString m_text; // of the innermost element
+    QString m_text; // of the innermost element, since the last one in it
     QString m_status; // of the propstat that is open
     FileEntry m_properties; // of the same
     Response m_response;

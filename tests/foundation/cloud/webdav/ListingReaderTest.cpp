@@ -193,6 +193,8 @@ private Q_SLOTS:
         QTest::newRow("good with line ends") << good + "\r\n\n" << true;
         QTest::newRow("error text after the end") << good + "\nError" << false;
         QTest::newRow("comment after the end") << good + "<!-- x -->" << false;
+        QTest::newRow("end of a CDATA section in a name")
+            << multistatus(itself + file("a]]>b")) << false;
     }
     void whereTheAnswerIsCutIntoPiecesMakesNoDifference()
     {
