@@ -1,4 +1,4 @@
-"""The base of all tests: a home of its own for each, and the program started fresh in it."""
+"""The bases of all tests: the program started fresh, in a home of the test's own."""
 
 import unittest
 
@@ -6,8 +6,24 @@ from home import Home
 from vexilo import Vexilo
 
 
-class EndToEndTest(unittest.TestCase):
+class ProgramTest(unittest.TestCase):
+    """Starts the program where a test says, and looks at what it leaves."""
+
     maxDiff = None
+
+    def launch_in(self, home, **options):
+        """Starts the program in a home. It is stopped when the test ends."""
+        program = Vexilo(home, **options)
+        self.addCleanup(self._finish, program)
+        return program
+
+    def _finish(self, program):
+        program.stop()
+        self.assertEqual(program.complaints(), [])
+
+
+class EndToEndTest(ProgramTest):
+    """A test with one home."""
 
     def setUp(self):
         self.home = Home()
@@ -15,10 +31,4 @@ class EndToEndTest(unittest.TestCase):
 
     def launch(self, **options):
         """Starts the program in this test's home. It is stopped when the test ends."""
-        program = Vexilo(self.home, **options)
-        self.addCleanup(self._finish, program)
-        return program
-
-    def _finish(self, program):
-        program.stop()
-        self.assertEqual(program.complaints(), [])
+        return self.launch_in(self.home, **options)

@@ -56,10 +56,25 @@ def bare_environment():
     return {name: os.environ[name] for name in PASSED_ON if name in os.environ}
 
 
-def start(command, **options):
+def start(command, stdin=subprocess.DEVNULL, **options):
     """Starts a process that ends with its parent, even where the parent is killed."""
-    return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command],
-                            stdin=subprocess.DEVNULL, **options)
+    return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], stdin=stdin, **options)
+
+
+def start_and_read_line(command, descriptor_option, **options):
+    """Starts a program that writes one line to a descriptor as soon as it can be used.
+
+    Returns the process and the line, which is empty where none came.
+    """
+    reading, writing = os.pipe()
+    with open(reading, encoding="ascii") as lines:
+        try:
+            process = start([*command, descriptor_option.format(writing)], pass_fds=[writing],
+                            **options)
+        finally:
+            os.close(writing)
+        ready = select.select([lines], [], [], START_DEADLINE)[0]
+        return process, lines.readline().strip() if ready else ""
 
 
 def stop(process):
@@ -70,6 +85,13 @@ def stop(process):
     except subprocess.TimeoutExpired:
         process.kill()
         process.wait()
+
+
+def bus_command(folder):
+    """What runs a session bus that starts only the services in the folder's "services"."""
+    configuration = folder / "bus.conf"
+    configuration.write_text(BUS_CONFIGURATION.format(folder=folder), encoding="utf-8")
+    return ["dbus-daemon", f"--config-file={configuration}", "--nofork"]
 
 
 class Desktop:
@@ -122,15 +144,9 @@ class Desktop:
         return process
 
     def _start_and_read_line(self, command, descriptor_option):
-        """Starts a program that writes one line to a descriptor as soon as it can be used."""
-        reading, writing = os.pipe()
-        with open(reading, encoding="ascii") as lines:
-            try:
-                self._start([*command, descriptor_option.format(writing)], pass_fds=[writing])
-            finally:
-                os.close(writing)
-            ready = select.select([lines], [], [], START_DEADLINE)[0]
-            line = lines.readline().strip() if ready else ""
+        process, line = start_and_read_line(command, descriptor_option, env=self._environment,
+                                            stdout=self._log, stderr=self._log)
+        self._cleanup.callback(stop, process)
         if not line:
             raise RuntimeError(f"{command[0]} did not start:\n{self._read_log()}")
         return line
@@ -142,10 +158,8 @@ class Desktop:
         self._environment["DISPLAY"] = f":{number}"
 
     def _start_bus(self):
-        configuration = self._folder / "bus.conf"
-        configuration.write_text(BUS_CONFIGURATION.format(folder=self._folder), encoding="utf-8")
         self._environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_and_read_line(
-            ["dbus-daemon", f"--config-file={configuration}", "--nofork"], "--print-address={}")
+            bus_command(self._folder), "--print-address={}")
 
     def _start_window_manager(self):
         configuration = self._folder / "openbox.xml"

@@ -60,7 +60,7 @@ class TwoCopies(SavedBillsTest):
         self.go_home_in_first()
         self.first_bills.open()
 
-        self.delete_in("Breakfast", self.first, self.first_bills)
+        self.delete_in("Breakfast", self.first_bills)
 
         self.end_both()
 
@@ -69,7 +69,7 @@ class TwoCopies(SavedBillsTest):
         self.first_bills.expect_bills("Breakfast")
         self.delete_in_second("Breakfast")
 
-        self.delete_in("Breakfast", self.first, self.first_bills)
+        self.delete_in("Breakfast", self.first_bills)
 
         self.first.expect(Role.LABEL, NONE_YET)
         self.end_both()
@@ -98,16 +98,10 @@ class TwoCopies(SavedBillsTest):
 
     def delete_in_second(self, description):
         self.second_bills.open()
-        self.delete_in(description, self.second, self.second_bills)
+        self.delete_in(description, self.second_bills)
 
-    def delete_in(self, description, vexilo, bills):
-        """In the edit mode, which needs no keyboard: only one of two windows can have that."""
-        vexilo.press_button("Edit")
-        vexilo.expect(Role.PUSH_BUTTON, "Cancel")
-        tree.press(bills.row(description))
-        vexilo.press_button("Delete 1")
-        vexilo.press_button("Cancel")
-        vexilo.expect(Role.PUSH_BUTTON, "Done")
+    def delete_in(self, description, bills):
+        bills.delete(description)
         self.assertNotIn(description, self.store.descriptions())
 
     def go_home_in_first(self):
