@@ -1,7 +1,7 @@
 """Fails where a document names a path of the project that does not exist.
 
-A path is a link's target or a word in code that has a slash or a known ending. Paths below build/ are
-made by the build and not looked for.
+A path is a link's target or a word in code that has a slash or a known ending, and starts at the root
+or at the document. Paths below build/ are made by the build and not looked for.
 """
 
 import pathlib
@@ -25,8 +25,9 @@ def is_path(word):
     return not word.startswith(("/", "-", "~")) and ("/" in word or word.endswith(ENDINGS))
 
 
-def exists(root, word):
-    return (root / word).exists() or any(root.glob("src/**/" + word))
+def exists(root, document, word):
+    places = (root, document.parent)
+    return any((place / word).exists() for place in places) or any(root.glob("src/**/" + word))
 
 
 def main():
@@ -35,7 +36,7 @@ def main():
     names = [(document, word) for document in documents
              for word in named_paths(document.read_text(encoding="utf-8"))
              if not word.startswith("build/")]
-    missing = [f"{document.name}: {word}" for document, word in names if not exists(root, word)]
+    missing = [f"{document.name}: {word}" for document, word in names if not exists(root, document, word)]
     print(f"{len(names)} paths in {len(documents)} documents")
     if missing or not names:
         sys.exit("missing:\n" + "\n".join(missing))
