@@ -85,28 +85,61 @@ class Home:
     def _preferences_file(self):
         return self._folder / "config" / "Morrowick" / "Vexilo.ini"
 
+    @property
+    def _cloud_account_file(self):
+        return self._folder / "config" / "Morrowick" / "cloud.ini"
+
+    @property
+    def _cloud_values_file(self):
+        return self._folder / "data" / "Morrowick" / "Vexilo" / "cloud-values.ini"
+
     def preferences(self):
         """All that the preferences file holds, by key; empty before there is one."""
         return _read(self._preferences_file)
 
     def cloud_values(self):
         """The small values that the program shares with the user's other devices, by key."""
-        return _read(self._folder / "data" / "Morrowick" / "Vexilo" / "cloud-values.ini")
+        return _read(self._cloud_values_file)
+
+    def write_cloud_values(self, **values):
+        """Stores small values as if another program had, before this one is started."""
+        _write(self._cloud_values_file, values)
+
+    def write_cloud_account(self, **account):
+        """Tells the program who and where the user is; there, or changed, at once."""
+        new = self._cloud_account_file.with_suffix(".new")
+        _write(new, account)
+        new.replace(self._cloud_account_file)
+
+    def copy_program_files(self, other):
+        """Takes over what the program keeps in another home, as a person does who moves."""
+        for name in ("config", "data"):
+            shutil.copytree(other.file(name) / "Morrowick", self._folder / name / "Morrowick",
+                            dirs_exist_ok=True)
+
+    def files(self):
+        """All ordinary files of this home."""
+        return [path for path in self._folder.rglob("*") if path.is_file()]
 
     def write_preferences(self, **values):
         """Stores preferences: those of a first run, with these in their place (None: without)."""
         stored = FIRST_RUN_PREFERENCES | MARKER | values
-        parser = _make_parser()
-        parser["General"] = {key: value for key, value in stored.items() if value is not None}
-        self._preferences_file.parent.mkdir(parents=True, exist_ok=True)
-        with open(self._preferences_file, "w", encoding="utf-8") as file:
-            parser.write(file, space_around_delimiters=False)
+        _write(self._preferences_file,
+               {key: value for key, value in stored.items() if value is not None})
 
 
 def _read(file):
     parser = _make_parser()
     parser.read(file, encoding="utf-8")
     return dict(parser["General"]) if "General" in parser else {}
+
+
+def _write(file, values):
+    parser = _make_parser()
+    parser["General"] = values
+    file.parent.mkdir(parents=True, exist_ok=True)
+    with open(file, "w", encoding="utf-8") as stream:
+        parser.write(stream, space_around_delimiters=False)
 
 
 def _make_parser():

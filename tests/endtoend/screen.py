@@ -57,6 +57,13 @@ def window_of(process_id):
     return found[0] if found else None
 
 
+def window_named(name):
+    """The window with a title, or None before it is on the screen."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"],
+                           check=False, capture_output=True, text=True).stdout.split()
+    return found[0] if found else None
+
+
 def title_of(window):
     return _run("xdotool", "getwindowname", window).strip()
 

@@ -29,13 +29,17 @@ class Vexilo:
                 env=_environment(home, locale or DEFAULT_LOCALE, environment or {}))
         with contextlib.ExitStack() as cleanup:
             cleanup.callback(self.stop)
-            self._frame = self._await_active_frame()
+            self._await_active_frame()
             cleanup.pop_all()
 
     def _await_active_frame(self):
-        frame = self.until(self._find_frame, "the window shows")
-        self.until(lambda: tree.has(frame, State.ACTIVE), "the window has the keyboard")
-        return frame
+        self._frame = self.until(self._find_frame, "the window shows")
+        self.expect_active()
+
+    def expect_active(self, active=True):
+        """Waits until the program knows that its window has the keyboard, or has it no more."""
+        self.until(lambda: tree.has(self._frame, State.ACTIVE) == active,
+                   f"the window has {'the' if active else 'no'} keyboard")
 
     def _find_frame(self):
         if not self.is_running():
@@ -172,6 +176,11 @@ class Vexilo:
         """Ends the program as a desktop does that is shut down, and returns the exit code."""
         self._process.send_signal(signal.SIGTERM)
         return self.await_exit()
+
+    def kill(self):
+        """Ends the program as a crash does."""
+        self._process.kill()
+        self._process.wait()
 
     def await_exit(self):
         """Waits until the program has ended and returns the exit code, a signal's as a negative."""
