@@ -40,6 +40,8 @@ Qt::LayoutDirection layoutDirection()
 
 int main(int argc, char* argv[])
 {
+    // It would print every message of the session bus, the password of a cloud account among them.
+    qunsetenv("QDBUS_DEBUG");
     chooseRenderer();
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
