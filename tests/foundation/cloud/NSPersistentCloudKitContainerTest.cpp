@@ -1,4 +1,5 @@
 #include "NSPersistentCloudKitContainer.h"
+#include "NSFetchedResultsController.h"
 #include "StoreFixture.h"
 
 #include <QTest>
@@ -22,6 +23,13 @@ private:
         return container.persistentStoreCoordinator().persistentHistory(0)->size();
     }
 
+    void load(NSPersistentContainer& container)
+    {
+        container.persistentStoreDescriptions().front().setURL(
+            QUrl::fromLocalFile(m_folder.file()));
+        container.loadPersistentStores([](const auto&, const auto& error) { QVERIFY(!error); });
+    }
+
 private Q_SLOTS:
     void init() { m_folder = StoreFolder(); }
 
@@ -36,6 +44,36 @@ private Q_SLOTS:
         QCOMPARE(
             transactionsAfterOneSave<NSPersistentContainer>({ NSPersistentHistoryTrackingKey }),
             std::size_t(1));
+    }
+
+    void whatOthersSaveIsMergedByItself()
+    {
+        NSPersistentCloudKitContainer mirrored(QStringLiteral("Notes"), noteModel());
+        mirrored.viewContext().setAutomaticallyMergesChangesFromParent(true);
+        load(mirrored);
+        NSFetchedResultsController list(
+            notesByDate(SortDescriptor::Order::Ascending), mirrored.viewContext());
+        QVERIFY(list.performFetch());
+        const auto other = openContainer(m_folder.file());
+
+        for (int i = 0; i < 300; ++i) // more than one slice
+            addNote(other->viewContext(), QString::number(i), i);
+        mustSave(other->viewContext());
+
+        QTRY_COMPARE(list.rowCount(), 300);
+    }
+
+    void eachMirroredStoreIsToldOf()
+    {
+        QStringList files;
+        NSPersistentCloudKitContainer::setMirroring(
+            [&](const QString& file) { files.append(file); });
+        NSPersistentCloudKitContainer mirrored(QStringLiteral("Notes"), noteModel());
+        load(mirrored);
+        const auto local = openContainer(m_folder.file());
+        NSPersistentCloudKitContainer::setMirroring({});
+
+        QCOMPARE(files, QStringList { m_folder.file() });
     }
 
     void bothLieInTheSameFile()

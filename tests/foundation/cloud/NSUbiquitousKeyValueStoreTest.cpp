@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -78,6 +79,73 @@ private Q_SLOTS:
         copy.close();
 
         QVERIFY(!NSUbiquitousKeyValueStore(file()).boolForKey(m_key));
+    }
+
+    void aChoiceIsPendingUntilItWasCarried()
+    {
+        const QDateTime before = QDateTime::currentDateTimeUtc();
+        NSUbiquitousKeyValueStore(file()).setBool(true, m_key);
+        NSUbiquitousKeyValueStore store(file());
+
+        const QList<UbiquitousChange> pending = store.pendingChanges();
+
+        QCOMPARE(pending.size(), 1);
+        QCOMPARE(pending.first().key, m_key);
+        QCOMPARE(pending.first().value, true);
+        QVERIFY(pending.first().madeAt >= before);
+        store.didCarry(pending.first());
+        QVERIFY(store.pendingChanges().isEmpty());
+        QVERIFY(NSUbiquitousKeyValueStore(file()).pendingChanges().isEmpty());
+    }
+
+    void aChoiceMadeWhileAnotherIsCarriedStaysPending()
+    {
+        NSUbiquitousKeyValueStore store(file());
+        store.setBool(true, m_key);
+        const UbiquitousChange carried = store.pendingChanges().first();
+        store.setBool(false, m_key); // in the same millisecond, too
+
+        store.didCarry(carried);
+
+        QCOMPARE(store.pendingChanges().size(), 1);
+        QVERIFY(store.pendingChanges().first().madeAt > carried.madeAt);
+    }
+
+    void aChoiceOfAnotherDeviceIsAdopted()
+    {
+        NSUbiquitousKeyValueStore store(file());
+        const QSignalSpy changed(&store, &NSUbiquitousKeyValueStore::didChangeExternally);
+
+        store.adopt(true, m_key);
+        store.adopt(true, m_key);
+
+        QVERIFY(store.boolForKey(m_key));
+        QVERIFY(store.pendingChanges().isEmpty());
+        QCOMPARE(changed.size(), 1);
+        QVERIFY(NSUbiquitousKeyValueStore(file()).boolForKey(m_key));
+    }
+
+    void aChoiceMadeHereIsKeptOverThatOfAnotherDevice()
+    {
+        NSUbiquitousKeyValueStore store(file());
+        store.setBool(false, m_key);
+
+        store.adopt(true, m_key);
+
+        QVERIFY(!store.boolForKey(m_key));
+        QCOMPARE(store.pendingChanges().size(), 1);
+    }
+
+    void onlyAChoiceMadeHereIsToldAsOne()
+    {
+        NSUbiquitousKeyValueStore store(file());
+        const QSignalSpy here(&store, &NSUbiquitousKeyValueStore::changedHere);
+
+        store.adopt(true, m_key);
+        QCOMPARE(here.size(), 0);
+        store.setBool(true, m_key);
+
+        QCOMPARE(here.size(), 1);
     }
 
     void theProgramsOwnStoreLiesInItsDataFolder()
