@@ -1,6 +1,7 @@
 #include "BenchDevice.h"
 
 #include "ApacheServer.h"
+#include "RemoteChangeWatch.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -104,4 +105,32 @@ qint64 BenchDevice::bills() const
     NSFetchRequest request;
     request.entityName = QStringLiteral("Item");
     return *m_container->viewContext().count(request);
+}
+
+void BenchDevice::openList()
+{
+    NSFetchRequest request;
+    request.entityName = QStringLiteral("Item");
+    request.sortDescriptors
+        = { { QStringLiteral("timestamp"), SortDescriptor::Order::Descending } };
+    m_container->viewContext().setAutomaticallyMergesChangesFromParent(true);
+    m_list = std::make_unique<NSFetchedResultsController>(request, m_container->viewContext());
+    if (!m_list->performFetch())
+        qFatal("The bills cannot be listed.");
+}
+
+double BenchDevice::mergeIntoList()
+{
+    using Merge = NSPersistentStoreCoordinator::RemoteChanges;
+    double longest = 0;
+    QElapsedTimer watch;
+    for (Merge merge = Merge::MoreToMerge; merge == Merge::MoreToMerge;) {
+        watch.start();
+        merge = *m_container->persistentStoreCoordinator().mergeRemoteChanges(
+            RemoteChangeWatch::ChangesPerSlice);
+        longest = std::max(longest, double(watch.nsecsElapsed()) / 1e6);
+    }
+    if (m_list->rowCount() != bills())
+        qFatal("Not all bills are in the list.");
+    return longest;
 }

@@ -2,6 +2,7 @@
 
 #include "CountingStore.h"
 #include "MirrorSession.h"
+#include "NSFetchedResultsController.h"
 #include "NSPersistentContainer.h"
 
 #include <QTemporaryDir>
@@ -24,6 +25,11 @@ public:
     /// One sync, the first one with mirroring just switched on.
     Cost sync();
     [[nodiscard]] qint64 bills() const;
+    /// From now on there is an open list of the bills, newest first, which follows the store.
+    void openList();
+    /// Merges what came into the open list, in slices as the program does. Milliseconds of the
+    /// longest one.
+    [[nodiscard]] double mergeIntoList();
     [[nodiscard]] QString file() const
     {
         return m_folder.filePath(QStringLiteral("Vexilo.sqlite"));
@@ -34,5 +40,6 @@ private:
     std::shared_ptr<const NSManagedObjectModel> m_model;
     CountingStore m_files;
     std::unique_ptr<NSPersistentContainer> m_container;
+    std::unique_ptr<NSFetchedResultsController> m_list;
     std::unique_ptr<mirror::MirrorSession> m_session;
 };

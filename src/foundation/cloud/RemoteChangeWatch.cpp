@@ -6,9 +6,6 @@
 
 namespace {
 
-// A frame has sixteen milliseconds: half of it is for the merge, and the last slice of it takes
-// longer than the others on a slow machine.
-constexpr std::size_t ChangesPerSlice = 32;
 constexpr qint64 MillisecondsPerTurn = 4;
 constexpr int MillisecondsBetweenTurns = 2; // for what else waits, painting among it
 

@@ -10,6 +10,10 @@ class RemoteChangeWatch : public QObject {
     Q_OBJECT
 
 public:
+    /// A frame has sixteen milliseconds, and the merge at most half of it: slices for half of that,
+    /// and room for the last one.
+    static constexpr std::size_t ChangesPerSlice = 16;
+
     /// The store is open; the coordinator must outlive this.
     RemoteChangeWatch(NSPersistentStoreCoordinator& coordinator, const QString& file);
 
