@@ -35,7 +35,7 @@ void forgetPeak()
 CloudSetup setupFor(const QString& file, std::shared_ptr<const NSManagedObjectModel> model)
 {
     return { file, std::move(model), QStringLiteral("Item"), QStringLiteral("ref"), "vexilo-bills",
-        QStringLiteral("bench"), "A benchmark's.\n", "bench" };
+        QStringLiteral("bench"), "A benchmark's.\n", "bench", {} };
 }
 
 } // namespace

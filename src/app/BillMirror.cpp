@@ -29,6 +29,7 @@ CloudSetup billMirror()
                           .stringForInfoKey(QStringLiteral("CKContainerIdentifier"))
                           .value_or(QString());
     setup.readme = Readme;
+    setup.choiceKey = QStringLiteral("icloud_sync");
     setup.userAgent = (AppName + QLatin1Char('/')
         + Bundle::main()
               .stringForInfoKey(QStringLiteral("CFBundleShortVersionString"))

@@ -31,6 +31,8 @@ bool NSUbiquitousKeyValueStore::boolForKey(const QString& key) const
 
 void NSUbiquitousKeyValueStore::setBool(bool value, const QString& key)
 {
+    if (m_copy.contains(key) && m_copy.boolForKey(key) == value)
+        return; // nothing was chosen: it would win over a later choice of another device
     // A second choice must be told from the first one that is being carried.
     const qint64 now = std::max(QDateTime::currentMSecsSinceEpoch(), madeAt(key) + 1);
     m_copy.setValue(key, value);

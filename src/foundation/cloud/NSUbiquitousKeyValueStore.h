@@ -32,7 +32,7 @@ public:
 
     /// False where the key is missing or holds no boolean.
     [[nodiscard]] bool boolForKey(const QString& key) const;
-    /// On disk when it returns, where the disk takes it.
+    /// On disk when it returns, where the disk takes it. The value that is there is no change.
     void setBool(bool value, const QString& key);
 
     [[nodiscard]] QList<UbiquitousChange> pendingChanges() const;

@@ -142,8 +142,10 @@ private Q_SLOTS:
         const QSignalSpy here(&store, &NSUbiquitousKeyValueStore::changedHere);
 
         store.adopt(true, m_key);
+        store.setBool(true, m_key); // what is there already
         QCOMPARE(here.size(), 0);
-        store.setBool(true, m_key);
+        QVERIFY(store.pendingChanges().isEmpty());
+        store.setBool(false, m_key);
 
         QCOMPARE(here.size(), 1);
     }

@@ -2,6 +2,18 @@
 
 namespace mirror {
 
+namespace {
+
+/// Why nothing can be asked; never "not found", which would speak of the folder.
+FileError closed(FileError reason)
+{
+    if (reason.kind != FileError::Kind::Cancelled)
+        reason.kind = FileError::Kind::Unauthorised;
+    return reason;
+}
+
+} // namespace
+
 void AccountFileStore::use(const CloudAccount& account, const QByteArray& pin)
 {
     close();
@@ -14,11 +26,10 @@ Outcome<> AccountFileStore::open()
     if (m_store)
         return {};
     if (!m_account)
-        return FileError { FileError::Kind::NotFound, 0, std::nullopt,
-            QStringLiteral("There is no cloud account.") };
+        return closed({ {}, 0, std::nullopt, QStringLiteral("There is no cloud account.") });
     const auto password = m_accounts.password();
     if (!password)
-        return password.error();
+        return closed(password.error());
     m_store = std::make_unique<WebDavStore>(
         WebDavAccount { m_account->root, m_account->user, *password, m_account->selfSigned, m_pin },
         m_manners);

@@ -77,13 +77,11 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
                 },
                 unanswered);
         });
-    NSPersistentCloudKitContainer::setMirroring([this](const QString& /*file*/) {
-        // The first one says what was chosen before; a later one is opened by a switch.
-        if (m_isStarted)
-            m_port->post([](CloudWorker& worker) { worker.switchOn(); });
-        m_isMirrored = true;
-    });
-    connect(&m_values, &NSUbiquitousKeyValueStore::changedHere, this, &CloudService::sendChanges);
+    NSPersistentCloudKitContainer::setMirroring(
+        [this](const QString& /*file*/) { m_isMirrored = true; });
+    connect(&m_values, &NSUbiquitousKeyValueStore::changedHere, this, &CloudService::followChoice);
+    connect(&m_values, &NSUbiquitousKeyValueStore::didChangeExternally, this,
+        [this] { m_isChosen = m_values.boolForKey(m_choiceKey); });
     connect(m_worker.get(), &CloudWorker::changesKept, this,
         [this](const QList<UbiquitousChange>& changes) {
             for (const UbiquitousChange& change : changes)
@@ -118,7 +116,8 @@ CloudService::~CloudService()
 
 void CloudService::start(const CloudSetup& setup)
 {
-    m_isStarted = true;
+    m_choiceKey = setup.choiceKey;
+    m_isChosen = m_values.boolForKey(m_choiceKey);
     m_thread.start(QThread::LowPriority);
     m_port->post([setup, isMirrored = m_isMirrored](
                      CloudWorker& worker) { worker.start(setup, isMirrored); });
@@ -128,14 +127,25 @@ void CloudService::start(const CloudSetup& setup)
 
 void CloudService::setActive(bool isActive)
 {
-    if (m_isStarted)
+    if (m_thread.isRunning())
         m_port->post([isActive](CloudWorker& worker) { worker.setActive(isActive); });
+}
+
+/// Only a choice that changes is the user's word: containers are opened for other reasons, too.
+void CloudService::followChoice()
+{
+    if (!m_thread.isRunning())
+        return;
+    const bool isChosen = m_values.boolForKey(m_choiceKey);
+    if (!std::exchange(m_isChosen, isChosen) && isChosen)
+        m_port->post([](CloudWorker& worker) { worker.switchOn(); });
+    sendChanges();
 }
 
 void CloudService::sendChanges()
 {
     const QList<UbiquitousChange> changes = m_values.pendingChanges();
-    if (m_isStarted && !changes.isEmpty())
+    if (!changes.isEmpty())
         m_port->post([changes](CloudWorker& worker) { worker.setChanges(changes); });
 }
 

@@ -35,6 +35,7 @@ public:
 private:
     struct Port;
 
+    void followChoice();
     void sendChanges();
     void followNetwork();
 
@@ -43,6 +44,7 @@ private:
     QThread m_thread;
     std::unique_ptr<mirror::CloudWorker> m_worker;
     std::shared_ptr<Port> m_port;
-    bool m_isStarted = false;
+    QString m_choiceKey; // from start() on
+    bool m_isChosen = false;
     bool m_isMirrored = false;
 };

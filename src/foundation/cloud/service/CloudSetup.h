@@ -17,4 +17,5 @@ struct CloudSetup {
     QString container; ///< the folder on the server, without slashes
     QByteArray readme; ///< for people who find that folder
     QByteArray userAgent; ///< program and version
+    QString choiceKey; ///< of the value that says whether the user wants all this
 };

@@ -4,6 +4,8 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace mirror {
 
 namespace {
@@ -32,8 +34,7 @@ void CloudWorker::start(const CloudSetup& setup, bool isMirrored)
     m_triggers = std::make_unique<SyncTriggers>();
     m_setup = setup;
     m_isMirrored = isMirrored;
-    m_lock = std::make_unique<QLockFile>(setup.storeFile + QLatin1String("-mirror.lock"));
-    m_lock->setStaleLockTime(0); // it is old only when its process is gone
+    m_lock = std::make_unique<FileLock>(setup.storeFile + QLatin1String("-mirror.lock"));
     AccountManners accountManners;
     accountManners.iniFile = CloudAccounts::standardIniFile();
     accountManners.cancellation = m_cancellation;
@@ -71,7 +72,8 @@ void CloudWorker::onAccountsChanged()
     else if (!m_accounts->problem().isEmpty()
         && std::exchange(m_told, m_accounts->problem()) != m_told)
         print(m_told);
-    answerDeletions({});
+    if (!m_isUsable)
+        failDeletions(noAccount());
 }
 
 void CloudWorker::askStatus(StatusPromise answer)
@@ -111,36 +113,42 @@ void CloudWorker::switchOn()
 void CloudWorker::deleteZone(
     const QString& container, const CKRecordZoneID& zone, DeletionPromise answer)
 {
+    if (!m_isStarted)
+        return answer.set_value(noAccount());
     if (container != m_setup.container || zone.zoneName != QLatin1String(ZoneName))
         return answer.set_value(CKError { QStringLiteral("There is no such zone.") });
-    m_deletions.push_back(std::move(answer));
-    defer([this] {
-        m_isMirrored = false;
-        if (!m_isStarted || !openSession() || !m_session->engine().deleteZone())
-            return answerDeletions({});
-        m_isDecided = true;
-        m_triggers->syncNow();
-        if (!m_isUsable)
-            answerDeletions({});
-    });
+    // Functions are copied, promises are not.
+    const auto shared = std::make_shared<DeletionPromise>(std::move(answer));
+    defer([this, shared] { noteDeletion(std::move(*shared)); });
 }
 
-/// An account that is still asked for is waited for; one that cannot be used is an error, though
-/// the deletion stays on the list of what is to be done.
+/// It stays on the list of what is to be done, also where the account cannot be used now.
+void CloudWorker::noteDeletion(DeletionPromise answer)
+{
+    m_isMirrored = false;
+    if (!openSession() || !m_session->engine().deleteZone())
+        return answer.set_value(CKError { QStringLiteral(
+            "The store of the saved bills could not be used; they stay in the cloud.") });
+    m_isDecided = true;
+    m_deletions.push_back(std::move(answer));
+    if (m_accounts->state() != AccountState::Unknown && !m_isUsable)
+        failDeletions(noAccount());
+    m_triggers->syncNow();
+}
+
 void CloudWorker::answerDeletions(const SyncReport& report)
 {
-    if (m_accounts && m_accounts->state() == AccountState::Unknown)
-        return;
-    const bool isAttempted = report.error || report.result != SyncReport::Result::Done;
-    std::optional<CKError> error;
-    if (!m_isUsable || !m_session)
-        error = noAccount();
-    else if (report.isDeletionPending || isAttempted)
-        error = CKError { report.error ? report.error->sentence
-                                       : QStringLiteral("The deletion is not complete.") };
-    for (DeletionPromise& deletion : m_deletions)
+    if (report.isDeletionPending)
+        return failDeletions({ report.error ? report.error->sentence
+                                            : QStringLiteral("The deletion is not complete.") });
+    for (DeletionPromise& deletion : std::exchange(m_deletions, {}))
+        deletion.set_value(std::nullopt);
+}
+
+void CloudWorker::failDeletions(const CKError& error)
+{
+    for (DeletionPromise& deletion : std::exchange(m_deletions, {}))
         deletion.set_value(error);
-    m_deletions.clear();
 }
 
 void CloudWorker::setChanges(const QList<UbiquitousChange>& changes)
@@ -166,7 +174,8 @@ void CloudWorker::noteNetwork()
 void CloudWorker::sync()
 {
     m_isDueAgain = m_isSyncing;
-    if (m_isSyncing || !m_isUsable || m_cancellation->isCancelled())
+    if (m_isSyncing || m_accounts->state() != AccountState::Available
+        || m_cancellation->isCancelled())
         return;
     {
         const QScopedValueRollback syncing(m_isSyncing, true);
@@ -177,7 +186,10 @@ void CloudWorker::sync()
             answerDeletions(report);
             if (m_isDueAgain) // since it began; what it had read by then may be old
                 m_triggers->noteReturn();
+            if (!report.error && m_session->hasUnpublished())
+                m_triggers->noteEdit();
         } else {
+            failDeletions({ QStringLiteral("Another copy of the program mirrors these bills.") });
             m_triggers->tryLater();
         }
     }
@@ -194,7 +206,7 @@ void CloudWorker::lookForEdits()
 /// One process of the user's is enough; the others see what it brings.
 bool CloudWorker::prepare()
 {
-    if (!m_lock->isLocked() && !m_lock->tryLock(0))
+    if (!m_lock->tryLock())
         return false;
     if (!openSession())
         return false;
@@ -231,9 +243,18 @@ void CloudWorker::decideAtStart()
     if (m_isMirrored && phase == MirrorPhase::Off)
         m_isDecided = m_session->engine().switchOn();
     else if (!m_isMirrored && phase != MirrorPhase::Off)
-        m_isDecided = m_session->engine().switchOff();
+        m_isDecided = wasSwitchedOffHere() ? m_session->engine().deleteZone()
+                                           : m_session->engine().switchOff();
     else
         m_isDecided = true;
+}
+
+/// The program may have ended between the user's choice and the deletion that belongs to it.
+bool CloudWorker::wasSwitchedOffHere() const
+{
+    return std::ranges::any_of(m_changes, [this](const UbiquitousChange& change) {
+        return change.key == m_setup.choiceKey && !change.value;
+    });
 }
 
 SyncReport CloudWorker::syncOnce()
@@ -268,6 +289,8 @@ void CloudWorker::exchangeValues()
 void CloudWorker::tell(const SyncReport& report)
 {
     QString sentence;
+    if (report.error && report.error->kind == FileError::Kind::Cancelled)
+        return; // the program ends
     if (report.error)
         sentence = report.error->sentence;
     else if (report.phase == MirrorPhase::Deleted)

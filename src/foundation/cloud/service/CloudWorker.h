@@ -1,14 +1,13 @@
 #pragma once
 
 #include "AccountFileStore.h"
+#include "FileLock.h"
 #include "MirrorSession.h"
 #include "SharedValues.h"
 #include "StoreFileWatch.h"
 #include "SyncTriggers.h"
 
 #include "CKContainer.h"
-
-#include <QLockFile>
 
 #include <future>
 
@@ -53,11 +52,14 @@ private:
     bool prepare();
     bool openSession();
     void decideAtStart();
+    [[nodiscard]] bool wasSwitchedOffHere() const;
     SyncReport syncOnce();
     void noteCertificate();
     void exchangeValues();
     void lookForEdits();
+    void noteDeletion(DeletionPromise answer);
     void answerDeletions(const SyncReport& report);
+    void failDeletions(const CKError& error);
     void tell(const SyncReport& report);
 
     std::shared_ptr<Cancellation> m_cancellation;
@@ -72,7 +74,7 @@ private:
     std::unique_ptr<CloudAccounts> m_accounts;
     std::unique_ptr<AccountFileStore> m_files;
     std::unique_ptr<MirrorSession> m_session;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<FileLock> m_lock;
     std::unique_ptr<SyncTriggers> m_triggers;
     std::unique_ptr<StoreFileWatch> m_storeFile;
     QList<UbiquitousChange> m_changes;

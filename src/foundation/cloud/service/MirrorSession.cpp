@@ -83,6 +83,14 @@ void MirrorSession::useAccount(const QString& identity)
             { m_setup.container + QLatin1Char('/') }, account, m_setup.readme, m_writer, {} });
 }
 
+bool MirrorSession::hasUnpublished()
+{
+    LocalTransaction reading(*m_local);
+    const bool isAny = m_local->memory().phase == MirrorPhase::Mirroring
+        && !m_local->records().unpublished({}, 1).empty();
+    return reading.commit() && isAny;
+}
+
 MirrorMemory MirrorSession::memory()
 {
     LocalTransaction reading(*m_local);

@@ -19,6 +19,9 @@ public:
     [[nodiscard]] MirrorEngine& engine() { return *m_engine; }
     [[nodiscard]] SqliteLocalMirror& local() { return *m_local; }
 
+    /// Whether a record waits to be published that could be. A change that is taken in while a sync
+    /// is at work may be behind the place where it reads on.
+    [[nodiscard]] bool hasUnpublished();
     /// What is remembered; as if there were nothing where it cannot be read.
     [[nodiscard]] MirrorMemory memory();
     /// Of the account in use; empty where it is bound to no certificate.

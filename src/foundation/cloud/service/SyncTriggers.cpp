@@ -47,8 +47,10 @@ bool SyncTriggers::noteReturn()
 void SyncTriggers::setActive(bool isActive)
 {
     m_isActive = isActive;
-    if (m_poll.isActive() && m_poll.remainingTimeAsDuration() > ActivePoll)
-        startPoll();
+    // Only nearer: each look at the window would put it off otherwise.
+    const bool mayHurry = m_isActive && m_patience == Patience::None;
+    if (mayHurry && m_poll.isActive() && m_poll.remainingTimeAsDuration() > ActivePoll)
+        m_poll.start(ActivePoll);
 }
 
 void SyncTriggers::noteReport(const SyncReport& report)

@@ -147,6 +147,9 @@ std::optional<FileError> HttpExchange::failure() const
 {
     if (m_failure)
         return m_failure;
+    // The thread ends: nobody waits for the answer any more, and what of it came tells nothing.
+    if (!m_reply->isFinished())
+        return error(Kind::Cancelled, QStringLiteral("cancelled"));
     if (status() != 0 && !isSuccess())
         return refusal();
     if (m_reply->error() != QNetworkReply::NoError)

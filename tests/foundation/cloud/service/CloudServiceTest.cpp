@@ -37,7 +37,8 @@ private:
     CloudSetup setup() const
     {
         return { m_folder.file(), noteModel(), QStringLiteral("Note"), QStringLiteral("title"),
-            "notes", QStringLiteral("org.example.notes"), "Ours.\n", "test" };
+            "notes", QStringLiteral("org.example.notes"), "Ours.\n", "test",
+            QStringLiteral("choice") };
     }
 
     std::shared_ptr<Asked> ask()
