@@ -2,7 +2,8 @@
 
 from cloud_device import OFF
 from mirroring import MirroringTest
-from settings_sheet import CLOUD
+from settings_sheet import CLOUD, SHEET
+from tree import Role
 
 STAY = "The saved bills were deleted from the cloud on another device; they stay here"
 
@@ -71,6 +72,27 @@ class Leaving(MirroringTest):
             self.first.sheet.close()
 
         self.assertEqual(self.first.home.cloud_values(), {"icloud_sync": OFF})
+
+    def test_opening_the_settings_elsewhere_does_not_undo_it(self):
+        self.switch(self.first, False)
+        self.expect_left()
+        self.glance_at_settings(self.second)  # before it heard of anything
+        self.look_at(self.second)
+        self.second.expect_said(STAY)
+
+        self.glance_at_settings(self.second)
+        self.restart(self.second)
+        self.second.expect_choice(OFF)
+        self.restart(self.first)
+
+        self.expect_left()
+        self.assertEqual(self.first.home.cloud_values(), {"icloud_sync": OFF})
+
+    def glance_at_settings(self, device):
+        """Without the keyboard, which would have the device look at the cloud."""
+        device.vexilo.press_button("Settings")
+        device.vexilo.press_button("Done", within=device.vexilo.expect(Role.DIALOG, SHEET))
+        device.sheet.expect_closed()
 
     def test_what_was_switched_off_offline_is_deleted_later(self):
         self.server.stop()
