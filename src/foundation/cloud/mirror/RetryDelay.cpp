@@ -41,7 +41,7 @@ std::optional<milliseconds> retryDelay(const FileError& error, int attempt, doub
                                          : afterFailure(attempt - LockedAttempts, random);
     case FileError::Kind::Busy:
         if (error.retryAfter) // however long a server puts it, look again within a day
-            return std::clamp<milliseconds>(*error.retryAfter, 1s, 24h);
+            return milliseconds(std::clamp<std::chrono::seconds>(*error.retryAfter, 1s, 24h));
         return doubled(1min, 1h, attempt);
     case FileError::Kind::TooLarge:
         return 1h;

@@ -206,8 +206,10 @@ void CloudWorker::lookForEdits()
 /// One process of the user's is enough; the others see what it brings.
 bool CloudWorker::prepare()
 {
-    if (!m_lock->tryLock())
+    if (!m_lock->tryLock()) {
+        m_isDecided = true; // by the one that has it; this one's start is history by then
         return false;
+    }
     if (!openSession())
         return false;
     decideAtStart();

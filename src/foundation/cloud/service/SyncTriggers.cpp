@@ -69,7 +69,6 @@ auto SyncTriggers::patienceAfter(const SyncReport& report) -> Patience
         return Patience::None;
     switch (report.error->kind) {
     case FileError::Kind::Unauthorised:
-    case FileError::Kind::Untrusted:
     case FileError::Kind::Cancelled:
         return Patience::UntilNews;
     case FileError::Kind::Busy:

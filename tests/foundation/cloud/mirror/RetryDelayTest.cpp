@@ -55,6 +55,8 @@ private Q_SLOTS:
     {
         QCOMPARE(retryDelay({ Kind::Busy, 503, 90s, {} }, 5, middle), Delay(90s));
         QCOMPARE(retryDelay({ Kind::Busy, 429, 1000h, {} }, 1, middle), Delay(24h));
+        QCOMPARE(retryDelay({ Kind::Busy, 429, std::chrono::seconds::max(), {} }, 1, middle),
+            Delay(24h)); // more than milliseconds can say
         QCOMPARE(delayAfter(Kind::Busy, 1), Delay(1min));
         QCOMPARE(delayAfter(Kind::Busy, 20), Delay(1h));
     }

@@ -52,7 +52,6 @@ private Q_SLOTS:
         QTest::newRow("locked") << int(Kind::Locked);
         QTest::newRow("no room") << int(Kind::TooLarge);
         QTest::newRow("refused credentials") << int(Kind::Unauthorised);
-        QTest::newRow("refused certificate") << int(Kind::Untrusted);
     }
 
     void aReturnDoesNotHurryAServerThatSaidWhen()
@@ -64,11 +63,19 @@ private Q_SLOTS:
         QVERIFY(!triggers.noteReturn());
     }
 
+    void aReturnTriesAServerAgainThatCouldNotBeReached_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::newRow("network") << int(Kind::Network);
+        QTest::newRow("another one in its place") << int(Kind::Untrusted);
+    }
+
     void aReturnTriesAServerAgainThatCouldNotBeReached()
     {
+        QFETCH(const int, kind);
         SyncTriggers triggers;
         QSignalSpy due(&triggers, &SyncTriggers::due);
-        triggers.noteReport(failure(Kind::Network));
+        triggers.noteReport(failure(Kind(kind)));
 
         QVERIFY(triggers.noteReturn());
 
