@@ -1,65 +1,54 @@
 #include "CloudService.h"
 
+#include "CloudPort.h"
 #include "CloudWorker.h"
 #include "NSPersistentCloudKitContainer.h"
 
 #include <QNetworkInformation>
 
-#include <mutex>
-
+using mirror::CloudPort;
 using mirror::CloudWorker;
 
-/// The way to the worker for other threads, which may still come when it is gone.
-struct CloudService::Port {
-    template <class Call> void post(Call call)
-    {
-        const std::scoped_lock lock(mutex);
-        if (worker != nullptr)
-            QMetaObject::invokeMethod(
-                worker, [to = worker, call = std::move(call)]() mutable { call(*to); });
-    }
+namespace {
 
-    /// Runs the call when the main thread is back in its event loop.
-    template <class Call> void postToMain(Call call)
-    {
-        const std::scoped_lock lock(mutex);
-        if (service != nullptr)
-            QMetaObject::invokeMethod(service, std::move(call), Qt::QueuedConnection);
+/// Asks the worker and waits; the other answer where it goes before it knows. Whoever began it on
+/// the main thread is never answered before that went on.
+template <class Answer, class Ask>
+Answer ask(const std::shared_ptr<CloudPort>& port, Ask question, Answer otherwise)
+{
+    auto promise = std::make_shared<std::promise<Answer>>();
+    std::future<Answer> answer = promise->get_future();
+    Q_EMIT port->forMainThread([port, promise = std::move(promise), question] {
+        Q_EMIT port->forWorker(
+            [promise, question](CloudWorker& to) { question(to, std::move(*promise)); });
+    });
+    try {
+        return answer.get();
+    } catch (const std::future_error&) {
+        return otherwise;
     }
+}
 
-    /// Asks the worker and waits; the other answer where it goes before it knows. Whoever began it
-    /// on the main thread is never answered before that went on.
-    template <class Answer, class Ask>
-    static Answer ask(const std::shared_ptr<Port>& port, Ask question, Answer otherwise)
-    {
-        auto promise = std::make_shared<std::promise<Answer>>();
-        std::future<Answer> answer = promise->get_future();
-        port->postToMain([port, promise = std::move(promise), question = std::move(question)] {
-            port->post([promise, question](CloudWorker& to) { question(to, std::move(*promise)); });
-        });
-        try {
-            return answer.get();
-        } catch (const std::future_error&) {
-            return otherwise;
-        }
-    }
-
-    std::mutex mutex;
-    CloudService* service = nullptr;
-    CloudWorker* worker = nullptr;
-};
+} // namespace
 
 CloudService::CloudService(NSUbiquitousKeyValueStore& values)
     : m_values(values)
     , m_cancellation(std::make_shared<mirror::Cancellation>())
     , m_worker(std::make_unique<CloudWorker>(m_cancellation))
-    , m_port(std::make_shared<Port>())
+    , m_port(std::make_shared<CloudPort>())
 {
-    m_port->service = this;
-    m_port->worker = m_worker.get();
+    qRegisterMetaType<CloudPort::Call>();
+    qRegisterMetaType<CloudPort::WorkerCall>();
+    connect(
+        m_port.get(), &CloudPort::forMainThread, this, [](const CloudPort::Call& call) { call(); },
+        Qt::QueuedConnection);
+    connect(
+        m_port.get(), &CloudPort::forWorker, m_worker.get(),
+        [to = m_worker.get()](const CloudPort::WorkerCall& call) { call(*to); },
+        Qt::QueuedConnection);
     m_thread.setObjectName(QStringLiteral("cloud"));
     CKContainer::setAccountSource([port = m_port] {
-        return Port::ask(
+        return ask(
             port,
             [](CloudWorker& to, CloudWorker::StatusPromise answer) {
                 to.askStatus(std::move(answer));
@@ -70,7 +59,7 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
         [port = m_port](const QString& container, const CKRecordZoneID& zone) {
             const std::optional<CKError> unanswered = CKError { QStringLiteral(
                 "The program ended before the saved bills were deleted from the cloud.") };
-            return Port::ask(
+            return ask(
                 port,
                 [container, zone](CloudWorker& to, CloudWorker::DeletionPromise answer) {
                     to.deleteZone(container, zone, std::move(answer));
@@ -101,11 +90,6 @@ CloudService::~CloudService()
     CKDatabase::setZoneDeletion({});
     NSPersistentCloudKitContainer::setMirroring({});
     m_cancellation->cancel();
-    {
-        const std::scoped_lock lock(m_port->mutex);
-        m_port->service = nullptr;
-        m_port->worker = nullptr;
-    }
     if (m_thread.isRunning()) {
         // What lives on that thread goes there, too.
         connect(&m_thread, &QThread::finished, m_worker.release(), &QObject::deleteLater);
@@ -119,8 +103,8 @@ void CloudService::start(const CloudSetup& setup)
     m_choiceKey = setup.choiceKey;
     m_isChosen = m_values.boolForKey(m_choiceKey);
     m_thread.start(QThread::LowPriority);
-    m_port->post([setup, isMirrored = m_isMirrored](
-                     CloudWorker& worker) { worker.start(setup, isMirrored); });
+    Q_EMIT m_port->forWorker([setup, isMirrored = m_isMirrored](
+                                 CloudWorker& worker) { worker.start(setup, isMirrored); });
     sendChanges();
     followNetwork();
 }
@@ -128,7 +112,7 @@ void CloudService::start(const CloudSetup& setup)
 void CloudService::setActive(bool isActive)
 {
     if (m_thread.isRunning())
-        m_port->post([isActive](CloudWorker& worker) { worker.setActive(isActive); });
+        Q_EMIT m_port->forWorker([isActive](CloudWorker& worker) { worker.setActive(isActive); });
 }
 
 /// Only a choice that changes is the user's word: containers are opened for other reasons, too.
@@ -138,7 +122,7 @@ void CloudService::followChoice()
         return;
     const bool isChosen = m_values.boolForKey(m_choiceKey);
     if (!std::exchange(m_isChosen, isChosen) && isChosen)
-        m_port->post([](CloudWorker& worker) { worker.switchOn(); });
+        Q_EMIT m_port->forWorker([](CloudWorker& worker) { worker.switchOn(); });
     sendChanges();
 }
 
@@ -146,7 +130,7 @@ void CloudService::sendChanges()
 {
     const QList<UbiquitousChange> changes = m_values.pendingChanges();
     if (!changes.isEmpty())
-        m_port->post([changes](CloudWorker& worker) { worker.setChanges(changes); });
+        Q_EMIT m_port->forWorker([changes](CloudWorker& worker) { worker.setChanges(changes); });
 }
 
 void CloudService::followNetwork()
@@ -156,6 +140,6 @@ void CloudService::followNetwork()
     connect(QNetworkInformation::instance(), &QNetworkInformation::reachabilityChanged, this,
         [this](QNetworkInformation::Reachability reachability) {
             if (reachability == QNetworkInformation::Reachability::Online)
-                m_port->post([](CloudWorker& worker) { worker.noteNetwork(); });
+                Q_EMIT m_port->forWorker([](CloudWorker& worker) { worker.noteNetwork(); });
         });
 }

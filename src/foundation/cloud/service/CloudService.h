@@ -9,6 +9,7 @@
 
 namespace mirror {
 class Cancellation;
+class CloudPort;
 class CloudWorker;
 } // namespace mirror
 
@@ -33,8 +34,6 @@ public:
     void setActive(bool isActive);
 
 private:
-    struct Port;
-
     void followChoice();
     void sendChanges();
     void followNetwork();
@@ -43,7 +42,7 @@ private:
     std::shared_ptr<mirror::Cancellation> m_cancellation;
     QThread m_thread;
     std::unique_ptr<mirror::CloudWorker> m_worker;
-    std::shared_ptr<Port> m_port;
+    std::shared_ptr<mirror::CloudPort> m_port;
     QString m_choiceKey; // from start() on
     bool m_isChosen = false;
     bool m_isMirrored = false;
