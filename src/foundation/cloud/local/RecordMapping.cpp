@@ -51,24 +51,31 @@ AttributeValue stored(const Value& value)
     return {};
 }
 
+std::vector<SchemaAttribute> attributesBut(
+    const QString& renamable, const NSEntityDescription& entity)
+{
+    std::vector<SchemaAttribute> attributes;
+    for (const NSAttributeDescription& attribute : entity.attributes()) {
+        if (attribute.name != renamable)
+            attributes.push_back({ attribute.name.toUtf8(), kindOf(attribute.type) });
+    }
+    return attributes;
+}
+
 } // namespace
 
 RecordMapping::RecordMapping(
     const NSEntityDescription& entity, const QByteArray& format, const QString& renamable)
     : m_entity(entity)
     , m_renamable(std::size_t(entity.indexOfAttribute(renamable).value()))
-    , m_schema { format, renamable.toUtf8(), {} }
+    , m_schema(format, renamable.toUtf8(), attributesBut(renamable, entity))
 {
-    for (const NSAttributeDescription& attribute : entity.attributes()) {
-        if (attribute.name != renamable)
-            m_schema.attributes.push_back({ attribute.name.toUtf8(), kindOf(attribute.type) });
-    }
 }
 
 std::optional<Attributes> RecordMapping::attributes(const AttributeValues& values) const
 {
     Values others;
-    others.reserve(m_schema.attributes.size());
+    others.reserve(m_schema.attributes().size());
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (i != m_renamable)
             others.push_back(mirrored(values[i]));

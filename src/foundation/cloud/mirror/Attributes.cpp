@@ -2,56 +2,52 @@
 
 #include "AttributeJson.h"
 
+#include <QStringBuilder>
+
 #include <algorithm>
-#include <numeric>
 
 namespace mirror {
 
 namespace {
 
-constexpr qsizetype UsualBytes = 256;
+constexpr qsizetype UsualBytes = 384;
 
-struct Member {
+struct UnknownMember {
     QByteArray name;
     QByteArray text; ///< of its value
 };
 
-void appendName(QByteArray& text, const QByteArray& name)
+void appendComma(QByteArray& text)
 {
     if (text.size() > 1)
         text += ',';
-    text += quotedJson(name);
-    text += ':';
 }
 
 /// Nothing where a value is not of its attribute's kind or cannot be mirrored, or where that is
 /// more than fits.
 std::optional<QByteArray> canonicalText(
-    const Values& values, const RecordSchema& schema, std::vector<Member> unknown)
+    const Values& values, const RecordSchema& schema, std::vector<UnknownMember> unknown)
 {
-    const std::vector<SchemaAttribute>& attributes = schema.attributes;
+    const std::vector<SchemaAttribute>& attributes = schema.attributes();
     if (values.size() != attributes.size())
         return std::nullopt;
-    std::vector<std::size_t> order(attributes.size());
-    std::iota(order.begin(), order.end(), 0);
-    const auto nameOf = [&](std::size_t i) -> const QByteArray& { return attributes[i].name; };
-    if (!std::ranges::is_sorted(attributes, {}, &SchemaAttribute::name))
-        std::ranges::sort(order, {}, nameOf);
-    std::ranges::sort(unknown, {}, &Member::name);
+    std::ranges::sort(unknown, {}, &UnknownMember::name);
     QByteArray text;
     text.reserve(UsualBytes);
     text += '{';
     auto next = unknown.cbegin();
     const auto appendUnknown = [&](auto isDue) {
         for (; next != unknown.cend() && isDue(next->name); ++next) {
-            appendName(text, next->name);
-            text += next->text;
+            appendComma(text);
+            text += quotedJson(next->name) + ":" + next->text;
         }
     };
-    for (const std::size_t i : order) {
-        appendUnknown([&](const QByteArray& name) { return name < nameOf(i); });
-        appendName(text, nameOf(i));
-        if (!appendAttribute(text, values[i], attributes[i].kind))
+    for (const RecordSchema::Member& member : schema.members()) {
+        const SchemaAttribute& attribute = attributes[member.attribute];
+        appendUnknown([&](const QByteArray& name) { return name < attribute.name; });
+        appendComma(text);
+        text += member.opening;
+        if (!appendAttribute(text, values[member.attribute], attribute.kind))
             return std::nullopt;
     }
     appendUnknown([](const QByteArray&) { return true; });
@@ -62,7 +58,8 @@ std::optional<QByteArray> canonicalText(
 std::optional<Values> valuesIn(const JsonValue& object, const RecordSchema& schema)
 {
     Values values;
-    for (const SchemaAttribute& attribute : schema.attributes) {
+    values.reserve(schema.attributes().size());
+    for (const SchemaAttribute& attribute : schema.attributes()) {
         const JsonValue* json = object.member(attribute.name);
         auto value = json ? attributeValue(*json, attribute.kind) : std::nullopt;
         if (!value)
@@ -73,13 +70,13 @@ std::optional<Values> valuesIn(const JsonValue& object, const RecordSchema& sche
 }
 
 /// What a newer version of the schema may have.
-std::vector<Member> unknownIn(const JsonValue& object, const RecordSchema& schema)
+std::vector<UnknownMember> unknownIn(const JsonValue& object, const RecordSchema& schema)
 {
-    std::vector<Member> members;
+    std::vector<UnknownMember> members;
     for (std::size_t i = 0; i < object.values.size(); ++i) {
         const QByteArray& name = object.names[i];
-        if (std::ranges::find(schema.attributes, name, &SchemaAttribute::name)
-            == schema.attributes.end())
+        if (std::ranges::find(schema.attributes(), name, &SchemaAttribute::name)
+            == schema.attributes().end())
             members.push_back({ name, object.values[i].toText() });
     }
     return members;
@@ -105,10 +102,10 @@ std::optional<Attributes> Attributes::of(Values values, const RecordSchema& sche
 std::optional<Attributes> Attributes::fromJson(const JsonValue& object, const RecordSchema& schema)
 {
     auto values = valuesIn(object, schema);
-    if (!values || object.member(schema.renamable) != nullptr)
+    if (!values || object.member(schema.renamable()) != nullptr)
         return std::nullopt;
     // Written anew, because a double can be read from more than one text.
-    std::vector<Member> unknown = unknownIn(object, schema);
+    std::vector<UnknownMember> unknown = unknownIn(object, schema);
     const bool hasMore = !unknown.empty();
     auto text = canonicalText(*values, schema, std::move(unknown));
     return text ? std::optional(Attributes(*std::move(text), hasMore, *std::move(values), schema))

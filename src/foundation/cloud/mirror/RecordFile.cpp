@@ -9,7 +9,7 @@ namespace mirror {
 FilePart writeRecords(std::span<const Record> records, const RecordSchema& schema,
     const FileOrigin& origin, qint64 maxBytes)
 {
-    PartBuilder part(schema.format, origin, maxBytes);
+    PartBuilder part(schema.format(), origin, maxBytes);
     for (const Record& record : records) {
         if (!part.add(recordLine(record)))
             break;
@@ -18,7 +18,7 @@ FilePart writeRecords(std::span<const Record> records, const RecordSchema& schem
 }
 
 RecordReader::RecordReader(QIODevice& device, const RecordSchema& schema)
-    : m_file(device, schema.format)
+    : m_file(device, schema.format())
     , m_schema(schema)
 {
 }

@@ -17,10 +17,29 @@ struct SchemaAttribute {
 };
 
 /// What the mirror knows of the records that it carries.
-struct RecordSchema {
-    QByteArray format; ///< the "fmt" of their files
-    QByteArray renamable; ///< the one text that changes after a record was made
-    std::vector<SchemaAttribute> attributes; ///< all others, which never do
+class RecordSchema {
+public:
+    /// `format` is the "fmt" of their files, `renamable` the one text that changes after a record
+    /// was made, `attributes` are all others, which never do.
+    RecordSchema(QByteArray format, QByteArray renamable, std::vector<SchemaAttribute> attributes);
+
+    [[nodiscard]] const QByteArray& format() const { return m_format; }
+    [[nodiscard]] const QByteArray& renamable() const { return m_renamable; }
+    [[nodiscard]] const std::vector<SchemaAttribute>& attributes() const { return m_attributes; }
+
+    /// An attribute as every text has it.
+    struct Member {
+        std::size_t attribute = 0; ///< its position
+        QByteArray opening; ///< its name in quotes, and the colon
+    };
+    /// In the order of the names' bytes.
+    [[nodiscard]] const std::vector<Member>& members() const { return m_members; }
+
+private:
+    QByteArray m_format;
+    QByteArray m_renamable;
+    std::vector<SchemaAttribute> m_attributes;
+    std::vector<Member> m_members;
 };
 
 /// Dates run from the year 1 to the year 9999.

@@ -279,8 +279,9 @@ private Q_SLOTS:
 
     void anotherSchemaDoesNotReadWhatItDoesNotKnow()
     {
-        RecordSchema larger = noteSchema();
-        larger.attributes.push_back({ "rate", mirror::AttributeKind::Double });
+        auto attributes = noteSchema().attributes();
+        attributes.push_back({ "rate", mirror::AttributeKind::Double });
+        const RecordSchema larger("notes", "title", attributes);
 
         QVERIFY(!attributesOf({}).values(larger));
     }

@@ -4,10 +4,10 @@ using namespace mirror;
 
 const RecordSchema& noteSchema()
 {
-    static const RecordSchema schema { "notes", "title",
+    static const RecordSchema schema("notes", "title",
         { { "amount", AttributeKind::Double }, { "count", AttributeKind::Integer32 },
             { "done", AttributeKind::Boolean }, { "stamp", AttributeKind::Date },
-            { "place", AttributeKind::Text } } };
+            { "place", AttributeKind::Text } });
     return schema;
 }
 
@@ -62,5 +62,5 @@ QByteArray fileOf(const QByteArray& header, const QByteArrayList& lines)
 
 QByteArray noteHeader(qint64 lines)
 {
-    return headerLine({ noteSchema().format, lines, someOrigin() });
+    return headerLine({ noteSchema().format(), lines, someOrigin() });
 }
