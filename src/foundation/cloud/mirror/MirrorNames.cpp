@@ -1,8 +1,8 @@
 #include "MirrorNames.h"
 
 #include "FixedDigits.h"
+#include "Sha256.h"
 
-#include <QCryptographicHash>
 #include <QStringBuilder>
 
 namespace mirror {
@@ -61,9 +61,7 @@ QByteArray nameOf(const Epoch& epoch)
 
 FileName FileName::of(FileContent content, QByteArrayView bytes)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(bytes);
-    return { content, hash.result().toHex() };
+    return { content, mirror::sha256(bytes) };
 }
 
 // No name has a question mark, which is what toLatin1 makes of every foreign character.

@@ -4,8 +4,8 @@
 #include "HttpDate.h"
 #include "HttpExchange.h"
 #include "ListingReader.h"
+#include "Sha256.h"
 
-#include <QCryptographicHash>
 #include <QIODevice>
 #include <QNetworkProxy>
 #include <QScopedValueRollback>
@@ -44,18 +44,18 @@ public:
     std::optional<FileError> take(const QByteArray& piece)
     {
         m_size += piece.size();
-        m_hash.addData(piece);
+        m_hash.add(piece);
         if (m_device.write(piece) == piece.size())
             return std::nullopt;
         return FileError { Kind::LocalFile, 0, std::nullopt,
             QStringLiteral("the local file could not be written") };
     }
-    [[nodiscard]] Download download() const { return { m_size, m_hash.result().toHex() }; }
+    [[nodiscard]] Download takeDownload() { return { m_size, m_hash.takeResult() }; }
 
 private:
     QIODevice& m_device;
     qint64 m_size = 0;
-    QCryptographicHash m_hash { QCryptographicHash::Sha256 };
+    Sha256 m_hash;
 };
 
 } // namespace
@@ -106,7 +106,7 @@ Outcome<Download> WebDavStore::get(const QString& file, QIODevice& device, qint6
     const Outcome<HttpAnswer> answer = send(fetch, file);
     if (!answer)
         return answer.error();
-    return taker.download();
+    return taker.takeDownload();
 }
 
 Outcome<> WebDavStore::put(const QString& file, const QByteArray& bytes)
