@@ -7,8 +7,7 @@ namespace {
 /// Nothing for a line that only damage can have made.
 std::optional<KeyValue> entryIn(const SQLite::Column& line)
 {
-    const auto json = readJsonLine({ line.getText(), line.getBytes() });
-    return json ? readKeyValue(*json) : std::nullopt;
+    return readKeyValueLine({ line.getText(), line.getBytes() });
 }
 
 void bindKey(SQLite::Statement& statement, int position, const Text& key)

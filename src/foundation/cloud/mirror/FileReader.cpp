@@ -10,14 +10,14 @@ FileReader::FileReader(QIODevice& device, const QByteArray& format)
         m_header = readHeaderLine(line->bytes, format);
 }
 
-std::optional<JsonValue> FileReader::next()
+std::optional<QByteArrayView> FileReader::next()
 {
     while (m_header && m_linesRead <= FileLimits::Lines) {
         const auto line = m_lines.next();
         if (!line || ++m_linesRead > FileLimits::Lines)
             break;
-        if (auto json = line->isWhole ? readJsonLine(line->bytes) : std::nullopt)
-            return json;
+        if (line->isWhole)
+            return line->bytes;
         ++m_badLines;
     }
     return std::nullopt;

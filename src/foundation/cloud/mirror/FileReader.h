@@ -19,9 +19,9 @@ public:
     /// Reads the header. The device must be open for reading and outlive this.
     FileReader(QIODevice& device, const QByteArray& format);
 
-    /// The next line that is a JSON object within the limits; nothing at the end, and at once in a
-    /// file that is not understood.
-    [[nodiscard]] std::optional<JsonValue> next();
+    /// The next line that is whole and within the limit, until the next call; nothing at the end,
+    /// and at once in a file that is not understood.
+    [[nodiscard]] std::optional<QByteArrayView> next();
     /// The line that next() gave last was not understood.
     void reject();
 

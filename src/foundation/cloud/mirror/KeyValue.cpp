@@ -59,13 +59,16 @@ QByteArray keyValueLine(const KeyValue& entry)
         + state.unknown.toText() + "}";
 }
 
-std::optional<KeyValue> readKeyValue(const JsonValue& line)
+std::optional<KeyValue> readKeyValueLine(QByteArrayView line)
 {
-    auto key = readText(line.member("id"));
-    auto value = readValue(line.member("v"));
-    const auto time = readTime(line.member("h"));
-    const auto device = readDevice(line.member("d"));
-    auto unknown = UnknownKeys::of(line, { "id", "v", "h", "d" });
+    const auto json = readJsonLine(line);
+    if (!json)
+        return std::nullopt;
+    auto key = readText(json->member("id"));
+    auto value = readValue(json->member("v"));
+    const auto time = readTime(json->member("h"));
+    const auto device = readDevice(json->member("d"));
+    auto unknown = UnknownKeys::of(*json, { "id", "v", "h", "d" });
     if (!key || !value || !time || !device || !unknown)
         return std::nullopt;
     return KeyValue { *std::move(key), { *time, *device, *std::move(value), *std::move(unknown) } };

@@ -35,6 +35,6 @@ struct KeyValue {
 [[nodiscard]] QByteArray keyValueLine(const KeyValue& entry);
 
 /// Nothing where the line is not understood.
-[[nodiscard]] std::optional<KeyValue> readKeyValue(const JsonValue& line);
+[[nodiscard]] std::optional<KeyValue> readKeyValueLine(QByteArrayView line);
 
 } // namespace mirror

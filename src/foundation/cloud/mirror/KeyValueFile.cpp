@@ -33,7 +33,7 @@ KeyValueReader::KeyValueReader(QIODevice& device)
 std::optional<KeyValue> KeyValueReader::next()
 {
     while (const auto line = m_file.next()) {
-        if (auto entry = readKeyValue(*line))
+        if (auto entry = readKeyValueLine(*line))
             return entry;
         m_file.reject();
     }

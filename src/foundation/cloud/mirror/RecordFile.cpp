@@ -26,7 +26,7 @@ RecordReader::RecordReader(QIODevice& device, const RecordSchema& schema)
 std::optional<Record> RecordReader::next()
 {
     while (const auto line = m_file.next()) {
-        if (auto record = readRecord(*line, m_schema))
+        if (auto record = readRecordLine(*line, m_schema))
             return record;
         m_file.reject();
     }

@@ -1,5 +1,7 @@
 #include "RecordLine.h"
 
+#include "AttributeJson.h"
+#include "LineCursor.h"
 #include "LineFields.h"
 
 #include <QStringBuilder>
@@ -48,20 +50,25 @@ QByteArray renamingText(const Renaming& renaming)
         + "]";
 }
 
-std::optional<Renaming> readRenaming(const JsonValue* json)
+std::optional<Renaming> renamingOf(
+    const JsonValue& timeJson, const JsonValue& deviceJson, const JsonValue& textJson)
 {
-    const auto* parts = readArray(json, 3);
-    const auto time = parts ? readTime(&parts->at(0)) : std::nullopt;
-    const auto device = parts ? readDevice(&parts->at(1)) : std::nullopt;
+    const auto time = readTime(&timeJson);
+    const auto device = readDevice(&deviceJson);
     if (!time || !device)
         return std::nullopt;
-    const JsonValue& last = parts->at(2);
-    if (last.is(JsonValue::Kind::Null))
+    if (textJson.is(JsonValue::Kind::Null))
         return Renaming { *time, *device, std::nullopt };
-    auto text = last.is(JsonValue::Kind::String) ? Text::fromUtf8(last.text) : std::nullopt;
+    auto text = textJson.is(JsonValue::Kind::String) ? Text::fromUtf8(textJson.text) : std::nullopt;
     if (!text)
         return std::nullopt;
     return Renaming { *time, *device, std::move(text) };
+}
+
+std::optional<Renaming> readRenaming(const JsonValue* json)
+{
+    const auto* parts = readArray(json, 3);
+    return parts ? renamingOf(parts->at(0), parts->at(1), parts->at(2)) : std::nullopt;
 }
 
 QByteArray stateText(const LiveRecord& live)
@@ -96,6 +103,45 @@ std::optional<RecordState> readDead(const JsonValue& line)
     return DeadRecord { *time, *std::move(unknown) };
 }
 
+std::optional<Values> valuesAt(LineCursor& line, const RecordSchema& schema)
+{
+    Values values(schema.attributes().size());
+    QByteArrayView separator = "{";
+    for (const RecordSchema::Member& member : schema.members()) {
+        line.skip(separator);
+        separator = ",";
+        auto value = attributeValue(
+            line.scalarAfter(member.opening), schema.attributes()[member.attribute].kind);
+        if (!value)
+            return std::nullopt;
+        values[member.attribute] = *std::move(value);
+    }
+    return values;
+}
+
+std::optional<Record> guessedRecord(QByteArrayView line, const RecordSchema& schema)
+{
+    LineCursor cursor(line);
+    const auto idJson = cursor.scalarAfter("{\"id\":");
+    const auto timeJson = cursor.scalarAfter(",\"c\":[");
+    cursor.skip(",");
+    auto values = valuesAt(cursor, schema);
+    const auto renamedJson = cursor.scalarAfter("}],\"r\":[");
+    const auto deviceJson = cursor.scalarAfter(",");
+    const auto textJson = cursor.scalarAfter(",");
+    cursor.skip("]}");
+    if (!cursor.isAtEnd() || !values)
+        return std::nullopt;
+    const auto id = readId(&idJson);
+    const auto time = readTime(&timeJson);
+    auto attributes = Attributes::of(*std::move(values), schema);
+    auto renaming = renamingOf(renamedJson, deviceJson, textJson);
+    if (!id || !time || !attributes || !renaming)
+        return std::nullopt;
+    return Record { *id,
+        LiveRecord { { *time, *std::move(attributes) }, *std::move(renaming), {} } };
+}
+
 } // namespace
 
 QByteArray recordLine(const Record& record)
@@ -105,8 +151,16 @@ QByteArray recordLine(const Record& record)
         + "}";
 }
 
+std::optional<Record> readOwnRecordLine(QByteArrayView line, const RecordSchema& schema)
+{
+    auto guess = guessedRecord(line, schema);
+    return guess && recordLine(*guess) == line ? guess : std::nullopt;
+}
+
 std::optional<Record> readRecordLine(QByteArrayView line, const RecordSchema& schema)
 {
+    if (auto record = readOwnRecordLine(line, schema))
+        return record;
     const auto json = readJsonLine(line);
     return json ? readRecord(*json, schema) : std::nullopt;
 }

@@ -8,6 +8,13 @@ namespace mirror {
 /// JsonLimits::LineBytes.
 [[nodiscard]] QByteArray recordLine(const Record& record);
 
+/// Reads the lines of live records that are exactly as recordLine() writes them, with nothing added
+/// by a newer version: nearly all there are, in a tenth of the time of any other line. Nothing for
+/// every other one, so that it agrees with readRecord() wherever it returns something: one record
+/// has one line.
+[[nodiscard]] std::optional<Record> readOwnRecordLine(
+    QByteArrayView line, const RecordSchema& schema);
+
 /// Nothing where the line is not understood.
 [[nodiscard]] std::optional<Record> readRecordLine(QByteArrayView line, const RecordSchema& schema);
 

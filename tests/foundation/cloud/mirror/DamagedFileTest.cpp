@@ -18,12 +18,22 @@ void checkRecords(const QByteArray& bytes)
     }
 }
 
+/// The fast way to read a line never says anything else than the thorough one.
+void checkOwnLines(const QByteArray& bytes)
+{
+    for (const QByteArray& line : bytes.split('\n')) {
+        const auto own = readOwnRecordLine(line, noteSchema());
+        const auto json = readJsonLine(line);
+        RC_ASSERT(!own || (json && readRecord(*json, noteSchema()) == own));
+    }
+}
+
 void checkKeyValues(const QByteArray& bytes)
 {
     for (const KeyValue& entry : readKeyValues(bytes).entries) {
         const QByteArray line = keyValueLine(entry);
         RC_ASSERT(line.size() <= JsonLimits::LineBytes);
-        RC_ASSERT(readKeyValue(readJsonLine(line).value()) == entry);
+        RC_ASSERT(readKeyValueLine(line) == entry);
     }
 }
 
@@ -87,6 +97,12 @@ private Q_SLOTS:
         QVERIFY(rc::check([] { checkKeyValues(damaged(someKeyValueFile())); }));
     }
 
+    void aLineIsReadFastAsItIsReadThoroughly()
+    {
+        QVERIFY(rc::check([] { checkOwnLines(someRecordFile()); }));
+        QVERIFY(rc::check([] { checkOwnLines(damaged(someRecordFile())); }));
+    }
+
     void whateverTheBytesAreTheyAreRead()
     {
         QVERIFY(rc::check([] {
@@ -94,6 +110,7 @@ private Q_SLOTS:
             checkRecords(bytes);
             checkKeyValues(bytes);
             checkRecords(noteHeader(3) + '\n' + bytes);
+            checkOwnLines(bytes);
         }));
     }
 

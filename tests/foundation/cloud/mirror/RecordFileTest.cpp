@@ -154,6 +154,54 @@ private Q_SLOTS:
         QVERIFY(readRecordLine(line, noteSchema()) == record);
     }
 
+    void aLineOfOursIsReadFast()
+    {
+        const Note note { .amount = -0.0, .count = -7, .done = true, .stamp = -5 };
+        const Record record { identity(1), liveNote(note, QStringLiteral("\u00e9, \U0001F600")) };
+
+        QVERIFY(readOwnRecordLine(recordLine(record), noteSchema()) == record);
+    }
+
+    void aLineThatIsNotExactlyOursIsNotReadFast_data()
+    {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+
+        QTest::newRow("blank") << QByteArray(",\"c\"") << QByteArray(", \"c\"");
+        QTest::newRow("behind") << QByteArray("]}") << QByteArray("]} ");
+        QTest::newRow("two lines") << QByteArray("]}") << QByteArray("]}{}");
+        QTest::newRow("order") << QByteArray("\"count\":0,\"done\":false")
+                               << QByteArray("\"done\":false,\"count\":0");
+        QTest::newRow("missing") << QByteArray("\"count\":0,") << QByteArray();
+        QTest::newRow("double otherwise") << QByteArray("\"0\"") << QByteArray("\"0.0\"");
+        QTest::newRow("zero's sign") << QByteArray("\"count\":0") << QByteArray("\"count\":-0");
+        QTest::newRow("leading zero") << QByteArray("\"count\":0") << QByteArray("\"count\":00");
+        QTest::newRow("fraction") << QByteArray("\"count\":0") << QByteArray("\"count\":0.0");
+        QTest::newRow("literal") << QByteArray("false") << QByteArray("falsy");
+        QTest::newRow("kind") << QByteArray("\"count\":0") << QByteArray("\"count\":\"0\"");
+        QTest::newRow("added to the content")
+            << QByteArray("\"place\"") << QByteArray("\"more\":1,\"place\"");
+        QTest::newRow("added to the line") << QByteArray("]}") << QByteArray("],\"more\":1}");
+        QTest::newRow("escape") << QByteArray("Dinner") << QByteArray("Dinn\\u0065r");
+        QTest::newRow("quote") << QByteArray("Dinner") << QByteArray("Dinn\\\"er");
+        QTest::newRow("control character") << QByteArray("Dinner") << QByteArray("Dinner\x01");
+        QTest::newRow("invalid UTF-8") << QByteArray("Dinner") << QByteArray("Dinner\xff");
+        QTest::newRow("text without end") << QByteArray("Dinner\"]}") << QByteArray("Dinner");
+        QTest::newRow("dead") << QByteArray("{\"id\"") << QByteArray("{\"x\":1,\"id\"");
+    }
+    void aLineThatIsNotExactlyOursIsNotReadFast()
+    {
+        QFETCH(const QByteArray, from);
+        QFETCH(const QByteArray, to);
+        const QByteArray line = recordLine({ identity(1), liveNote({}, QStringLiteral("Dinner")) });
+        QVERIFY(readOwnRecordLine(line, noteSchema()));
+        QVERIFY(line.contains(from));
+
+        QVERIFY(!readOwnRecordLine(QByteArray(line).replace(from, to), noteSchema()));
+        for (qsizetype size = 0; size < line.size(); ++size)
+            QVERIFY(!readOwnRecordLine(line.first(size), noteSchema()));
+    }
+
     void anotherFormatOrVersionIsNotUnderstood_data()
     {
         QTest::addColumn<QByteArray>("header");
