@@ -192,6 +192,7 @@ private Q_SLOTS:
     {
         Device device(m_files);
         const auto note = device.add(QStringLiteral("a"));
+        device.sync(); // the first one stamps all that there is with its own time
         const qint64 before = QDateTime::currentMSecsSinceEpoch();
         device.rename(QStringLiteral("a"), QStringLiteral("b"));
         const qint64 after = QDateTime::currentMSecsSinceEpoch();
