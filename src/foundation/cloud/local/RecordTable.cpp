@@ -75,11 +75,14 @@ void RecordTable::write(const MirroredRow& row)
     query->exec();
 }
 
-void RecordTable::setCarrier(qint64 number, qint64 carrier)
+void RecordTable::setCarrier(const QUuid& identifier, qint64 carrier)
 {
-    Query query(m_scope.connection(), "UPDATE _mirror_record SET carrier = ? WHERE number = ?");
+    static const std::string sql
+        = "UPDATE _mirror_record SET carrier = ?1 WHERE identifier = ?2 AND carrier IS NOT ?1";
+    Query query(m_scope.connection(), sql);
     query->bind(1, static_cast<int64_t>(carrier));
-    query->bind(2, static_cast<int64_t>(number));
+    const QByteArray bytes = identifier.toRfc4122();
+    query->bind(2, bytes.constData(), int(bytes.size()));
     query->exec();
 }
 

@@ -32,7 +32,7 @@ public:
     std::vector<MirroredRow> unpublished(qint64 after, std::size_t most);
     /// In the place of any of that number or identifier.
     void write(const MirroredRow& row);
-    void setCarrier(qint64 number, qint64 carrier);
+    void setCarrier(const QUuid& identifier, qint64 carrier);
     qint64 carriedBy(qint64 carrier);
     void takeCarrier(qint64 carrier);
     void takeAllCarriers();

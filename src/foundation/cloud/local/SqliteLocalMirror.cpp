@@ -103,6 +103,16 @@ void SqliteLocalMirror::setMemory(const MirrorMemory& memory)
     });
 }
 
+// One counts what other connections committed, the other what this one wrote.
+qint64 SqliteLocalMirror::revision()
+{
+    return m_scope.attempt([&] {
+        SqliteConnection& connection = m_scope.connection();
+        const qint64 others = connection.integer("PRAGMA data_version");
+        return others << 32 | quint32(connection.database().getTotalChanges());
+    });
+}
+
 bool SqliteLocalMirror::hasLocalChanges()
 {
     const auto news = guarded(m_scope.connection().path(), [&] { return m_changes.hasNews(); });

@@ -32,6 +32,7 @@ public:
     SqliteValueShelf& keyValues() override { return m_values; }
     MirrorMemory memory() override;
     void setMemory(const MirrorMemory& memory) override;
+    qint64 revision() override;
 
     /// Whether others changed records that were not yet taken in. Not within a transaction.
     [[nodiscard]] bool hasLocalChanges();

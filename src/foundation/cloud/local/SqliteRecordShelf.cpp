@@ -113,10 +113,9 @@ void SqliteRecordShelf::setCarrier(const QUuid& id, const FileKey& file)
             m_unwritten->carrier = carrier;
             return;
         }
-        const auto row = known(id);
-        if (row && row->carrier != carrier)
-            m_table.setCarrier(row->number, carrier);
+        flush();
         m_found.reset();
+        m_table.setCarrier(id, carrier);
     });
 }
 

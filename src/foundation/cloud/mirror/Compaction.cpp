@@ -146,7 +146,7 @@ Outcome<std::set<QString>> Compaction<Row>::writeChecked(
         if (!readBack || copy.data() != part->content.bytes)
             return notUnderstood(
                 QStringLiteral("A file that was stored is not there as it was stored."));
-        if (auto carried = m_export.carry(*part, rows); !carried)
+        if (auto carried = m_export.carry(*part, rows, std::nullopt); !carried)
             return carried.error();
         names.insert(part->file.name);
         rows = rows.subspan(part->content.taken);

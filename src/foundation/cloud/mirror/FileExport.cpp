@@ -6,7 +6,7 @@ namespace mirror {
 
 namespace {
 
-constexpr std::size_t RowsPerBatch = 5'000; // of short rows about one part
+constexpr std::size_t RowsPerBatch = 3'500; // of short rows about one part
 constexpr qint64 LeastPartBytes = qint64(16) * 1024;
 
 } // namespace
@@ -16,11 +16,14 @@ template <class Row> Outcome<> FileExport<Row>::publish(const QString& folder)
     std::optional<typename LocalShelf<Row>::Key> last;
     while (true) {
         std::vector<Row> rows;
-        auto looked
-            = transact(m_world.local, [&] { rows = m_shelf.unpublished(last, RowsPerBatch); });
+        qint64 revision = 0;
+        auto looked = transact(m_world.local, [&] {
+            rows = m_shelf.unpublished(last, RowsPerBatch);
+            revision = m_world.local.revision();
+        });
         if (!looked || rows.empty())
             return looked;
-        const auto taken = publishPart(folder, rows);
+        const auto taken = publishPart(folder, rows, revision);
         if (!taken)
             return taken.error();
         last = keyOf(rows.at(*taken - 1));
@@ -37,7 +40,8 @@ template <class Row> bool FileExport<Row>::hasUnpublished()
 
 /// How many of the rows are in the part.
 template <class Row>
-Outcome<std::size_t> FileExport<Row>::publishPart(const QString& folder, std::span<const Row> rows)
+Outcome<std::size_t> FileExport<Row>::publishPart(
+    const QString& folder, std::span<const Row> rows, qint64 revision)
 {
     while (true) {
         const auto part = build(folder, rows);
@@ -47,7 +51,7 @@ Outcome<std::size_t> FileExport<Row>::publishPart(const QString& folder, std::sp
         const auto stored = m_world.files.put(part->file.path(), part->content.bytes);
         if (stored) {
             m_rowsPublished += qint64(taken);
-            const auto carried = carry(*part, rows);
+            const auto carried = carry(*part, rows, revision);
             return carried ? Outcome<std::size_t>(taken) : carried.error();
         }
         if (stored.error().kind != FileError::Kind::TooLarge || taken == 1
@@ -70,13 +74,15 @@ auto FileExport<Row>::build(const QString& folder, std::span<const Row> rows) ->
 }
 
 template <class Row>
-Outcome<> FileExport<Row>::carry(const NamedPart& part, std::span<const Row> rows)
+Outcome<> FileExport<Row>::carry(
+    const NamedPart& part, std::span<const Row> rows, std::optional<qint64> revision)
 {
     return transact(m_world.local, [&] {
+        const bool isUnchanged = m_world.local.revision() == revision;
         m_shelf.remember({ part.file, part.content.bytes.size(), SeenFile::State::Understood,
             qint64(part.content.taken) });
         for (const Row& row : rows.first(part.content.taken)) {
-            if (m_shelf.find(keyOf(row)) == row)
+            if (isUnchanged || m_shelf.find(keyOf(row)) == row)
                 m_shelf.setCarrier(keyOf(row), part.file);
         }
     });

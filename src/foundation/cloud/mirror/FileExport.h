@@ -30,14 +30,17 @@ public:
     /// A file with the first of the rows, of which there is at least one.
     Outcome<NamedPart> build(const QString& folder, std::span<const Row> rows);
     /// The file is there, and was built of rows that begin with those that it holds: it carries
-    /// each of them that still is what it was then.
-    Outcome<> carry(const NamedPart& part, std::span<const Row> rows);
+    /// each of them that still is what it was then. Where the local mirror still has the revision
+    /// that they were read at, none needs to be looked at.
+    Outcome<> carry(
+        const NamedPart& part, std::span<const Row> rows, std::optional<qint64> revision);
 
     /// How many rows publish() wrote.
     [[nodiscard]] qint64 takeCount() { return std::exchange(m_rowsPublished, 0); }
 
 private:
-    Outcome<std::size_t> publishPart(const QString& folder, std::span<const Row> rows);
+    Outcome<std::size_t> publishPart(
+        const QString& folder, std::span<const Row> rows, qint64 revision);
 
     MirrorWorld& m_world;
     LocalShelf<Row>& m_shelf;

@@ -113,6 +113,8 @@ public:
     [[nodiscard]] virtual LocalShelf<KeyValue>& keyValues() = 0;
     [[nodiscard]] virtual MirrorMemory memory() = 0;
     virtual void setMemory(const MirrorMemory& memory) = 0;
+    /// Another number after anything was changed by anybody; sometimes also where nothing was.
+    [[nodiscard]] virtual qint64 revision() = 0;
 
 protected:
     friend class LocalTransaction;

@@ -116,6 +116,17 @@ class LocalMirrorTest : public QObject {
 private:
     std::shared_ptr<MemoryFiles> m_files;
 
+    /// Of the one file of records.
+    [[nodiscard]] QString fileName() const
+    {
+        for (auto file = m_files->files.keyBegin(); file != m_files->files.keyEnd(); ++file) {
+            const QString name = file->section(QLatin1Char('/'), -1);
+            if (name.startsWith(QLatin1String("b1-")))
+                return name;
+        }
+        qFatal("There is no file of records.");
+    }
+
 private Q_SLOTS:
     void init() { m_files = std::make_shared<MemoryFiles>(); }
 
@@ -239,6 +250,90 @@ private Q_SLOTS:
         first.sync();
 
         QCOMPARE(first.notes(), QStringList());
+    }
+
+    void whatChangesWhileItIsSentIsSentAgain_data()
+    {
+        QTest::addColumn<QString>("sql");
+
+        QTest::newRow("nothing") << QString();
+        QTest::newRow("renamed, past the history")
+            << QStringLiteral("UPDATE Note SET title = 'b', _version = _version + 1");
+        QTest::newRow("renamed, past the version") << QStringLiteral("UPDATE Note SET title = 'b'");
+        QTest::newRow("another value") << QStringLiteral("UPDATE Note SET count = 5");
+        QTest::newRow("gone") << QStringLiteral("DELETE FROM Note");
+    }
+    void whatChangesWhileItIsSentIsSentAgain()
+    {
+        QFETCH(const QString, sql);
+        Device device(m_files);
+        device.add(QStringLiteral("a"));
+        device.store->setFaults([&](const auto& request) {
+            if (request.operation == MemoryFileStore::Operation::Put
+                && request.path.endsWith(QLatin1String(".jsonl")))
+                SQLite::Database(device.folder.file().toStdString(), SQLite::OPEN_READWRITE)
+                    .exec(sql.toStdString());
+            return std::nullopt;
+        });
+        QCOMPARE(device.sync().records.rowsPublished, 1);
+
+        const LocalTransaction reading(*device.local);
+        const auto carried = device.local->records().carriedBy(
+            { folders.epoch(*device.local->memory().epoch), fileName() });
+
+        QCOMPARE(carried, sql.isEmpty() ? 1 : 0);
+    }
+
+    void aRenamingWhileItsRecordIsSentIsSentToo()
+    {
+        Device first(m_files);
+        Device second(m_files);
+        for (int i = 0; i < 3; ++i)
+            first.add(QString::number(i));
+        bool isFirst = true;
+        first.store->setFaults([&](const auto& request) {
+            if (request.operation == MemoryFileStore::Operation::Put
+                && request.path.endsWith(QLatin1String(".jsonl")) && std::exchange(isFirst, false))
+                first.rename(QStringLiteral("1"), QStringLiteral("b"));
+            return std::nullopt;
+        });
+
+        QCOMPARE(first.sync().records.rowsPublished, 3);
+        QCOMPARE(first.sync().records.rowsPublished, 1);
+        second.sync();
+
+        QCOMPARE(second.notes(), words("0 2 b"));
+        QCOMPARE(first.sync().records.rowsPublished, 0);
+    }
+
+    void aRevisionIsAnotherOneAfterAnyChange()
+    {
+        Device device(m_files);
+        const auto note = device.add(QStringLiteral("a"));
+        device.sync();
+        const auto revision = [&] {
+            const LocalTransaction reading(*device.local);
+            return device.local->revision();
+        };
+        const qint64 first = revision();
+        QCOMPARE(revision(), first);
+        QVERIFY(device.record(device.idOf(*note)));
+        QCOMPARE(revision(), first);
+
+        device.rename(QStringLiteral("a"), QStringLiteral("b")); // by the container
+        const qint64 second = revision();
+        QVERIFY(second != first);
+        SQLite::Database(device.folder.file().toStdString(), SQLite::OPEN_READWRITE)
+            .exec("UPDATE Note SET count = 7"); // by another program
+        const qint64 third = revision();
+        QVERIFY(third != second);
+        {
+            LocalTransaction writing(*device.local);
+            device.local->records().store(
+                { QUuid(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11), blank(device.mapping) });
+            QVERIFY(writing.commit()); // by the mirror itself
+        }
+        QVERIFY(revision() != third);
     }
 
     void aTextThatIsTooLongForTheFilesStaysWhole()

@@ -157,8 +157,6 @@ public:
 
     [[nodiscard]] const Data& data() const { return m_data; }
     void setData(const Data& data);
-    /// Another one after every change of the data.
-    [[nodiscard]] qint64 revision() const { return m_revision; }
     [[nodiscard]] bool isOpen() const { return m_memoryBefore.has_value(); }
 
     /// Asked at every call; may throw.
@@ -170,6 +168,7 @@ public:
     LocalShelf<KeyValue>& keyValues() override { return m_keyValues; }
     MirrorMemory memory() override;
     void setMemory(const MirrorMemory& memory) override;
+    qint64 revision() override { return m_revision; }
 
 protected:
     void begin() override;

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool hasClockThatRuns() const { return m_number % 4 != 3; }
     [[nodiscard]] const mirror::MemoryMirror::Data& data() const { return m_local.data(); }
     /// Another one after every change of the data.
-    [[nodiscard]] qint64 revision() const { return m_local.revision(); }
+    [[nodiscard]] qint64 revision() { return m_local.revision(); }
     [[nodiscard]] mirror::MirrorPhase phase() const { return data().memory.phase; }
     [[nodiscard]] bool isInTransaction() const { return m_local.isOpen(); }
     [[nodiscard]] bool isSyncing() const { return m_isSyncing; }

@@ -41,8 +41,11 @@ mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
         return deleted;
     const auto written = writeChecked(folder, *rows);")
 mirror_mutant(carrier_although_the_row_changed SOURCE FileExport.cpp
-    FROM "if (m_shelf.find(keyOf(row)) == row)"
+    FROM "if (isUnchanged || m_shelf.find(keyOf(row)) == row)"
     TO "if (m_shelf.find(keyOf(row)))")
+mirror_mutant(carrier_by_an_old_revision SOURCE FileExport.cpp
+    FROM "m_world.local.revision() == revision;"
+    TO "revision.has_value();")
 mirror_mutant(tombstones_dropped SOURCE Compaction.cpp
     FROM "        rows.push_back(*row);"
     TO "        if constexpr (std::is_same_v<Row, Record>) {
