@@ -4,7 +4,12 @@
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QDir>
 #include <QTest>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 
 using namespace mirror;
 using Kind = FileError::Kind;
@@ -30,6 +35,27 @@ protected:
     qint64 readData(char*, qint64) override { return -1; }
     qint64 writeData(const char*, qint64) override { return -1; }
 };
+
+/// How many of the process's connections to the port wait for acknowledgements; -1 where there is
+/// no connection at all.
+int delayedConnectionsTo(int port)
+{
+    int delayed = -1;
+    const QDir open(QStringLiteral("/proc/self/fd"));
+    for (const QString& descriptor : open.entryList(QDir::System | QDir::Files)) {
+        sockaddr_in peer {};
+        socklen_t size = sizeof peer;
+        const int socket = descriptor.toInt();
+        if (::getpeername(socket, reinterpret_cast<sockaddr*>(&peer), &size) != 0
+            || peer.sin_family != AF_INET || ntohs(peer.sin_port) != port)
+            continue;
+        int isUndelayed = 0;
+        size = sizeof isUndelayed;
+        if (::getsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &isUndelayed, &size) == 0)
+            delayed = std::max(delayed, 0) + (isUndelayed == 0 ? 1 : 0);
+    }
+    return delayed;
+}
 
 QList<FileEntry> sorted(QList<FileEntry> entries)
 {
@@ -111,6 +137,15 @@ private Q_SLOTS:
         QCOMPARE(download->size, bytes.size());
         QCOMPARE(
             download->sha256, QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+    }
+
+    void theEndOfAFileIsNotHeldBack()
+    {
+        QVERIFY(m_store->put(QStringLiteral("file"), manyBytes(megabyte)));
+
+        QFETCH_GLOBAL(QString, place);
+        if (!place.isEmpty())
+            QCOMPARE(delayedConnectionsTo(QUrl(place).port()), 0);
     }
 
     void anEmptyFileIsAFile()
