@@ -8,11 +8,13 @@ namespace {
 
 constexpr std::size_t RowsPerBatch = 3'500; // of short rows about one part
 constexpr qint64 LeastPartBytes = qint64(16) * 1024;
+constexpr auto SmallPartsFor = std::chrono::hours(1);
 
 } // namespace
 
 template <class Row> Outcome<> FileExport<Row>::publish(const QString& folder)
 {
+    growParts();
     std::optional<typename LocalShelf<Row>::Key> last;
     while (true) {
         std::vector<Row> rows;
@@ -38,6 +40,14 @@ template <class Row> bool FileExport<Row>::hasUnpublished()
     return looked && isAny;
 }
 
+/// There may be room by now for what was too large an hour ago.
+template <class Row> void FileExport<Row>::growParts()
+{
+    const WallTime now = m_world.now();
+    if (now < m_partBytesSince || now >= m_partBytesSince + SmallPartsFor)
+        m_partBytes = FileLimits::WrittenBytes;
+}
+
 /// How many of the rows are in the part.
 template <class Row>
 Outcome<std::size_t> FileExport<Row>::publishPart(
@@ -58,6 +68,7 @@ Outcome<std::size_t> FileExport<Row>::publishPart(
             || m_partBytes <= LeastPartBytes)
             return stored.error();
         m_partBytes /= 2;
+        m_partBytesSince = m_world.now();
     }
 }
 

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] qint64 takeCount() { return std::exchange(m_rowsPublished, 0); }
 
 private:
+    void growParts();
     Outcome<std::size_t> publishPart(
         const QString& folder, std::span<const Row> rows, qint64 revision);
 
@@ -47,6 +48,7 @@ private:
     WriterId m_writer;
     qint64 m_rowsPublished = 0;
     qint64 m_partBytes = FileLimits::WrittenBytes;
+    WallTime m_partBytesSince; // when they were made fewer
 };
 
 extern template class FileExport<Record>;
