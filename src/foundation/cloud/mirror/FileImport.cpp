@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t RowsPerTransaction = 500;
 constexpr std::size_t MaxFiles = 256;
+constexpr int Forbidden = 403;
 constexpr qint64 MaxFolderBytes = qint64(64) * 1024 * 1024;
 
 SeenFile::State stateOf(FileStatus status)
@@ -37,6 +38,25 @@ bool isFileOf(FileContent content, const FileEntry& entry)
     return entry.type == FileEntry::Type::File && name && name->content == content;
 }
 
+/// Whether it is about this file alone, so that others can be asked for. Who may list a folder and
+/// not read one of its files is not refused himself.
+bool isOfOneFile(const FileError& error)
+{
+    switch (error.kind) {
+    case FileError::Kind::Unauthorised:
+        return error.status == Forbidden;
+    case FileError::Kind::Locked:
+    case FileError::Kind::Conflict:
+    case FileError::Kind::TooLarge:
+    case FileError::Kind::Server:
+    case FileError::Kind::Redirect:
+    case FileError::Kind::NotUnderstood:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 template <class Row>
@@ -50,16 +70,20 @@ Outcome<> FileImport<Row>::pull(
     });
     if (!looked)
         return looked;
+    m_doubtful.keepListed(folder, listing);
     std::size_t count = 0;
     qint64 bytes = 0;
     for (const FileEntry& entry : listing) {
         if (!isFileOf(RowFormat<Row>::Content, entry))
             continue;
         bytes += entry.size.value_or(0);
-        if (++count > MaxFiles || bytes > MaxFolderBytes)
-            break;
+        if (++count > MaxFiles || bytes > MaxFolderBytes) {
+            ++m_counts.ignoredFiles;
+            continue;
+        }
         const auto known = seen.find(entry.name);
-        if (known != seen.end() && isSame(known->second, entry))
+        if ((known != seen.end() && isSame(known->second, entry))
+            || m_doubtful.isPutOff(folder + entry.name, entry.size))
             continue;
         if (auto read = readFile({ { folder, entry.name }, entry.size }, carriers); !read)
             return read;
@@ -76,15 +100,23 @@ template <class Row> Outcome<> FileImport<Row>::readFile(SeenFile file, Carriers
     if (!bytes.open())
         return localFailure();
     const auto download = m_world.files.get(file.key.path(), bytes, FileLimits::ReadBytes);
+    return readFrom(std::move(file), download, bytes, carriers);
+}
+
+template <class Row>
+Outcome<> FileImport<Row>::readFrom(
+    SeenFile file, const Outcome<Download>& download, QIODevice& bytes, Carriers carriers)
+{
     if (!download && download.error().kind == FileError::Kind::NotFound)
         return {}; // deleted since it was listed
-    if (!download && download.error().kind != FileError::Kind::NotUnderstood)
+    if (!download && !isOfOneFile(download.error()))
         return download.error();
     // A file that is not as long as it was listed was broken off, or is being written.
     if (!download || (file.size && download->size != *file.size)) {
-        ++m_counts.doubtfulFiles;
+        m_doubtful.add(file.key.path(), file.size);
         return {};
     }
+    m_doubtful.remove(file.key.path());
     if (download->sha256 == FileName::fromText(file.key.name).value().sha256)
         return mergeFile(std::move(file), bytes, carriers);
     file.state = SeenFile::State::Damaged;
@@ -144,6 +176,13 @@ template <class Row> void FileImport<Row>::observe(HybridTime latest)
         return;
     memory.lastTime = latest;
     m_world.local.setMemory(memory);
+}
+
+template <class Row> ImportCounts FileImport<Row>::takeCounts()
+{
+    ImportCounts counts = std::exchange(m_counts, {});
+    counts.doubtfulFiles = m_doubtful.count();
+    return counts;
 }
 
 template class FileImport<Record>;

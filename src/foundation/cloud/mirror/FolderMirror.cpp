@@ -45,7 +45,7 @@ template <class Row> SyncCounts FolderMirror<Row>::takeCounts()
 {
     const ImportCounts read = m_import.takeCounts();
     return { read.rowsChanged, m_export.takeCount(), read.badLines, read.doubtfulFiles,
-        m_compaction.takeCount() };
+        read.ignoredFiles, m_compaction.takeCount() };
 }
 
 template class FolderMirror<Record>;

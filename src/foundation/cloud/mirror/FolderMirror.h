@@ -12,7 +12,8 @@ struct SyncCounts {
     qint64 rowsChanged = 0; ///< by what was read
     qint64 rowsPublished = 0;
     qint64 badLines = 0;
-    int doubtfulFiles = 0; ///< to be tried again
+    int doubtfulFiles = 0; ///< that could not be read so far, and are tried again
+    int ignoredFiles = 0; ///< that are more than is read
     int filesDeleted = 0;
 };
 

@@ -83,6 +83,29 @@ QString addFile(MemoryFiles& files, const QString& folder, const QByteArray& byt
     return path;
 }
 
+QString fileIn(const MemoryFiles& files, const QString& folder)
+{
+    const auto first = files.files.lowerBound(folder);
+    return first == files.files.end() ? QString() : first.key();
+}
+
+qsizetype longestIn(const MemoryFiles& files)
+{
+    qsizetype longest = 0;
+    for (const QByteArray& bytes : files.files)
+        longest = std::max(longest, bytes.size());
+    return longest;
+}
+
+MemoryFileStore::Faults failing(const QString& path, const FileError& error)
+{
+    return [=](const MemoryFileStore::Request& request) {
+        return request.operation == Operation::Get && request.path == path
+            ? std::optional(MemoryFileStore::Fault { .error = error })
+            : std::nullopt;
+    };
+}
+
 void removeFolder(MemoryFiles& files, const QString& folder)
 {
     for (const QString& path : files.files.keys()) {
@@ -213,6 +236,131 @@ private Q_SLOTS:
             QVERIFY2(m_files->files.contains(path), qPrintable(path));
     }
 
+    void aFileThatCannotBeReadKeepsNobodyFromTheOthers_data()
+    {
+        QTest::addColumn<FileError::Kind>("kind");
+        QTest::addColumn<int>("status");
+        QTest::newRow("server error") << FileError::Kind::Server << 500;
+        QTest::newRow("locked") << FileError::Kind::Locked << 423;
+        QTest::newRow("forbidden") << FileError::Kind::Unauthorised << 403;
+        QTest::newRow("elsewhere") << FileError::Kind::Redirect << 302;
+        QTest::newRow("too long") << FileError::Kind::NotUnderstood << 200;
+    }
+    void aFileThatCannotBeReadKeepsNobodyFromTheOthers()
+    {
+        QFETCH(FileError::Kind, kind);
+        QFETCH(int, status);
+        Device other(m_files);
+        Device device(m_files);
+        QVERIFY(other.engine.switchOn() && device.engine.switchOn());
+        other.save(note(1));
+        other.engine.sync();
+        const QString withheld = fileIn(*m_files, other.epochFolder());
+        other.save(note(2));
+        other.engine.sync();
+        device.store.setFaults(failing(withheld, { kind, status, std::nullopt, {} }));
+        device.save(note(3));
+
+        const SyncReport report = device.engine.sync();
+        other.engine.sync();
+
+        QCOMPARE(report.result, Result::Done);
+        QCOMPARE(report.records.doubtfulFiles, 1);
+        QCOMPARE(idsOf(device), (std::set { identity(2), identity(3) }));
+        QCOMPARE(idsOf(other), (std::set { identity(1), identity(2), identity(3) }));
+    }
+
+    void aServerThatFailsIsAskedForNothingMore_data()
+    {
+        QTest::addColumn<FileError::Kind>("kind");
+        QTest::newRow("credentials refused") << FileError::Kind::Unauthorised;
+        QTest::newRow("busy") << FileError::Kind::Busy;
+        QTest::newRow("network") << FileError::Kind::Network;
+    }
+    void aServerThatFailsIsAskedForNothingMore()
+    {
+        QFETCH(FileError::Kind, kind);
+        Device other(m_files);
+        Device device(m_files);
+        QVERIFY(other.engine.switchOn() && device.engine.switchOn());
+        other.save(note(1));
+        other.engine.sync();
+        device.store.setFaults(
+            failing(fileIn(*m_files, other.epochFolder()), { kind, 401, std::nullopt, {} }));
+        device.save(note(2));
+
+        QCOMPARE(device.engine.sync().result, Result::Failed);
+
+        QCOMPARE(device.store.requests().last().operation, Operation::Get);
+    }
+
+    void aFileThatCannotBeReadIsTriedAgainAfterAWhile()
+    {
+        Device other(m_files);
+        Device device(m_files);
+        QVERIFY(other.engine.switchOn() && device.engine.switchOn());
+        other.save(note(1));
+        other.engine.sync();
+        device.store.setFaults(failing(fileIn(*m_files, other.epochFolder()),
+            { FileError::Kind::Server, 500, std::nullopt, {} }));
+        device.engine.sync();
+
+        QCOMPARE(requestsIn(device, [&] { device.syncs(4, 1s); }), 4); // listings
+        device.now += 1s;
+        QCOMPARE(requestsIn(device, [&] { device.engine.sync(); }), 2);
+        device.store.setFaults({});
+        device.now += 15s;
+        QCOMPARE(device.engine.sync().records.doubtfulFiles, 0);
+
+        QCOMPARE(idsOf(device), std::set { identity(1) });
+    }
+
+    void aFileThatIsWrittenAnewIsReadAtOnce()
+    {
+        Device other(m_files);
+        Device device(m_files);
+        QVERIFY(other.engine.switchOn() && device.engine.switchOn());
+        other.save(note(1));
+        other.engine.sync();
+        const QString path = fileIn(*m_files, other.epochFolder());
+        const QByteArray bytes = std::exchange(m_files->files[path], "half");
+        device.store.setFaults(failing(path, { FileError::Kind::Server, 500, std::nullopt, {} }));
+        device.engine.sync();
+
+        m_files->files[path] = bytes;
+        device.store.setFaults({});
+        device.engine.sync();
+
+        QCOMPARE(idsOf(device), std::set { identity(1) });
+    }
+
+    void filesBeyondTheLimitAreCountedAndNotRead()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        for (int i = 0; i < 260; ++i)
+            addFile(*m_files, device.epochFolder(), "file " + QByteArray::number(i));
+
+        SyncReport report;
+        const qsizetype requests = requestsIn(device, [&] { report = device.engine.sync(); });
+
+        QCOMPARE(report.records.ignoredFiles, 4);
+        QCOMPARE(requests, 1 + 256);
+    }
+
+    void bytesBeyondTheLimitAreCountedAndNotRead()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        for (int i = 0; i < 9; ++i)
+            addFile(*m_files, device.epochFolder(),
+                QByteArray(FileLimits::ReadBytes, char('a' + i))); // 8 MiB each
+
+        QCOMPARE(device.engine.sync().records.ignoredFiles, 1);
+    }
+
     void partsAreHalvedUntilThereIsRoom()
     {
         Device device(m_files);
@@ -233,6 +381,28 @@ private Q_SLOTS:
         QCOMPARE(m_refusals, 0);
         for (const QByteArray& bytes : m_files->files)
             QVERIFY(bytes.size() <= FileLimits::WrittenBytes / 8);
+    }
+
+    void partsGrowAgainAfterAnHour()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        device.store.setFaults([&](const auto& request) {
+            const bool isRefused = request.operation == Operation::Put && m_refusals > 0;
+            m_refusals -= isRefused ? 1 : 0;
+            return isRefused ? std::optional(MemoryFileStore::Fault {
+                       .error = FileError { FileError::Kind::TooLarge, 413, std::nullopt, {} } })
+                             : std::nullopt;
+        });
+        for (quint32 number = 1; number <= 2000; ++number)
+            device.save(note(number));
+        device.engine.sync();
+        device.now += 1h;
+        m_files->files.clear();
+        device.syncs(2, 1min); // what has vanished is written again
+
+        QVERIFY(longestIn(*m_files) > FileLimits::WrittenBytes / 8);
     }
 
     void aMissingFolderIsMadeAgainAfterTenMinutes()

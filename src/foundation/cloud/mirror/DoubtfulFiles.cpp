@@ -1,0 +1,45 @@
+#include "DoubtfulFiles.h"
+
+#include "RetryDelay.h"
+
+#include <set>
+
+namespace mirror {
+
+namespace {
+
+const FileError failure { FileError::Kind::Server, 0, std::nullopt, {} };
+
+} // namespace
+
+void DoubtfulFiles::add(const QString& path, std::optional<qint64> size)
+{
+    Doubt& doubt = m_files[path];
+    doubt.attempts = doubt.size == size ? doubt.attempts + 1 : 1;
+    doubt.size = size;
+    doubt.since = m_world.now();
+    const double random = double(m_world.random() % 1001) / 1000;
+    doubt.next = doubt.since + retryDelay(failure, doubt.attempts, random).value();
+}
+
+void DoubtfulFiles::keepListed(const QString& folder, const QList<FileEntry>& listing)
+{
+    std::set<QString> listed;
+    for (const FileEntry& entry : listing)
+        listed.insert(folder + entry.name);
+    std::erase_if(m_files, [&](const auto& each) {
+        return each.first.startsWith(folder) && !listed.contains(each.first);
+    });
+}
+
+bool DoubtfulFiles::isPutOff(const QString& path, std::optional<qint64> size) const
+{
+    const auto known = m_files.find(path);
+    if (known == m_files.end() || known->second.size != size)
+        return false;
+    const WallTime now = m_world.now();
+    // A clock that was set back must not put it off for long.
+    return known->second.since <= now && now < known->second.next;
+}
+
+} // namespace mirror
