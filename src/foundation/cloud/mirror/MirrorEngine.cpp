@@ -113,7 +113,8 @@ void MirrorEngine::adoptAccount(MirrorMemory& memory)
     m_world.local.keyValues().forgetAll();
     memory.epoch.reset();
     memory.closedEpochs.clear();
-    memory.deletion.reset();
+    if (!memory.account.isEmpty()) // otherwise it was decided before any account was seen
+        memory.deletion.reset();
     memory.account = m_setup.account;
 }
 

@@ -655,6 +655,19 @@ private Q_SLOTS:
         QVERIFY(!report.isDeletionPending);
     }
 
+    void aDeletionThatIsDecidedBeforeTheFirstSyncIsDone()
+    {
+        Device first(m_files);
+        QVERIFY(first.engine.switchOn());
+        first.engine.sync();
+        Device second(m_files);
+        QVERIFY(second.engine.deleteZone());
+
+        QVERIFY(!second.engine.sync().isDeletionPending);
+
+        QCOMPARE(first.engine.sync().phase, MirrorPhase::Deleted);
+    }
+
     void aDeletionIsFinishedAfterAFailure()
     {
         Device device(m_files);
