@@ -35,7 +35,7 @@ class OwnCertificate(MirroringTest):
         self.server.start()
         before = len(self.server.requests())
         self.start(device)
-        device.expect_said("the server's certificate")
+        device.expect_said("the server's certificate has changed")
         self.save(device, "Lunch")
         self.look_at(device)
         device.terminate()

@@ -23,6 +23,12 @@ public:
     /// pinned from then on; once one is pinned, no other will do, whoever signed it.
     [[nodiscard]] bool accepts(const QSslCertificate& certificate);
 
+    /// Whether there is a certificate besides which no other self-signed one will do.
+    [[nodiscard]] bool isBound() const
+    {
+        return m_selfSigned == WebDavAccount::SelfSigned::AcceptPinned && !m_pin.isEmpty();
+    }
+
     /// SHA-256 of the pinned certificate, 64 lower-case hexadecimal digits; empty where there is
     /// none.
     [[nodiscard]] const QByteArray& pin() const { return m_pin; }

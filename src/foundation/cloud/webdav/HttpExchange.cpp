@@ -28,6 +28,16 @@ FileError error(Kind kind, const QString& sentence) { return { kind, 0, std::nul
 
 FileError tooLong() { return error(Kind::NotUnderstood, QStringLiteral("the answer is too long")); }
 
+FileError notTrusted()
+{
+    return error(Kind::Untrusted, QStringLiteral("the server's certificate is not trusted"));
+}
+
+FileError changed()
+{
+    return error(Kind::Untrusted, QStringLiteral("the server's certificate has changed"));
+}
+
 /// In our words: what Qt says of an error may hold what the server wrote.
 FileError networkError(QNetworkReply::NetworkError code)
 {
@@ -105,7 +115,7 @@ void HttpExchange::judgeErrors(const QList<QSslError>& errors)
 {
     const QList<QSslError> overlooked = m_trust.overlooked(errors);
     if (overlooked.isEmpty())
-        giveUp(error(Kind::Untrusted, QStringLiteral("the server's certificate is not trusted")));
+        giveUp(m_trust.isBound() ? changed() : notTrusted());
     else
         m_reply->ignoreSslErrors(overlooked);
 }
@@ -114,7 +124,7 @@ void HttpExchange::judgeCertificate()
 {
     m_idle.start();
     if (!m_trust.accepts(m_reply->sslConfiguration().peerCertificate()))
-        giveUp(error(Kind::Untrusted, QStringLiteral("the server's certificate has changed")));
+        giveUp(changed());
 }
 
 void HttpExchange::readHead()
