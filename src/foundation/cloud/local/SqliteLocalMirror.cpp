@@ -119,6 +119,20 @@ bool SqliteLocalMirror::hasLocalChanges()
     return news && *news;
 }
 
+MirrorStanding SqliteLocalMirror::standing()
+{
+    const auto read = guarded(m_scope.connection().path(), [&] {
+        Query query(m_scope.connection(),
+            "SELECT phase, deletion IS NOT NULL, EXISTS (SELECT * FROM _mirror_value WHERE carrier "
+            "IS NULL) FROM _mirror_memory");
+        if (!query->executeStep())
+            return MirrorStanding();
+        return MirrorStanding { MirrorPhase(query->getColumn(0).getInt()),
+            query->getColumn(1).getInt() != 0, query->getColumn(2).getInt() != 0 };
+    });
+    return read ? *read : MirrorStanding();
+}
+
 void SqliteLocalMirror::forgetHistory(const QDateTime& before)
 {
     (void)guarded(m_scope.connection().path(), [&] {

@@ -14,6 +14,15 @@ struct CertificatePin {
     QByteArray sha256; ///< hexadecimal; empty where there is none
 };
 
+/// What a process that shares the file may have decided or told.
+struct MirrorStanding {
+    MirrorPhase phase = MirrorPhase::Off;
+    bool isDeletionPending = false;
+    bool hasUntoldValues = false;
+
+    friend bool operator==(const MirrorStanding&, const MirrorStanding&) = default;
+};
+
 /// What a device remembers of the mirror, in the file of the records themselves. Belongs to one
 /// thread, which is not that of the file's container.
 ///
@@ -36,6 +45,8 @@ public:
 
     /// Whether others changed records that were not yet taken in. Not within a transaction.
     [[nodiscard]] bool hasLocalChanges();
+    /// As if nothing were remembered where it cannot be read. Not within a transaction.
+    [[nodiscard]] MirrorStanding standing();
     /// Forgets the part of the history that is older and was taken in. Not within a transaction.
     void forgetHistory(const QDateTime& before);
 

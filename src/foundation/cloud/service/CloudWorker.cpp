@@ -100,12 +100,9 @@ void CloudWorker::switchOn()
 {
     defer([this] {
         m_isMirrored = true;
-        if (openSession()) {
-            m_session->setCertificatePin({}); // by the user's own word
-            if (!m_session->engine().switchOn())
-                print(QStringLiteral("Mirroring could not be switched on."));
-        }
-        m_isDecided = m_session != nullptr;
+        m_isSwitchedOn = true;
+        if (openSession())
+            decide();
         m_triggers->syncNow();
     });
 }
@@ -126,6 +123,7 @@ void CloudWorker::deleteZone(
 void CloudWorker::noteDeletion(DeletionPromise answer)
 {
     m_isMirrored = false;
+    m_isSwitchedOn = false;
     if (!openSession() || !m_session->engine().deleteZone())
         return answer.set_value(CKError { QStringLiteral(
             "The store of the saved bills could not be used; they stay in the cloud.") });
@@ -186,10 +184,11 @@ void CloudWorker::sync()
             answerDeletions(report);
             if (m_isDueAgain) // since it began; what it had read by then may be old
                 m_triggers->noteReturn();
-            if (!report.error && m_session->hasUnpublished())
+            if (!report.error && (!m_changes.isEmpty() || m_session->hasUnpublished()))
                 m_triggers->noteEdit();
         } else {
-            failDeletions({ QStringLiteral("Another copy of the program mirrors these bills.") });
+            failDeletions({ QStringLiteral(
+                "Another copy of the program mirrors these bills, and deletes them there.") });
             m_triggers->tryLater();
         }
     }
@@ -199,21 +198,25 @@ void CloudWorker::sync()
 
 void CloudWorker::lookForEdits()
 {
-    if (!m_isSyncing && m_session && m_session->local().hasLocalChanges())
+    if (m_isSyncing || !m_session)
+        return;
+    SqliteLocalMirror& local = m_session->local();
+    if (local.hasLocalChanges() || std::exchange(m_standing, local.standing()) != m_standing)
         m_triggers->noteEdit();
 }
 
-/// One process of the user's is enough; the others see what it brings.
+/// One process of the user's is enough. The others see what it brings, and it sees what they decide
+/// and tell.
 bool CloudWorker::prepare()
 {
-    if (!m_lock->tryLock()) {
+    const bool isOurs = m_lock->tryLock();
+    if (!isOurs)
         m_isDecided = true; // by the one that has it; this one's start is history by then
-        return false;
-    }
     if (!openSession())
         return false;
-    decideAtStart();
-    return true;
+    decide();
+    exchangeValues();
+    return isOurs;
 }
 
 bool CloudWorker::openSession()
@@ -236,19 +239,28 @@ bool CloudWorker::openSession()
     return true;
 }
 
-/// A start goes on with what was, unless the choice changed since: here, or on another device.
-void CloudWorker::decideAtStart()
+/// What cannot be noted now will be at the next sync.
+void CloudWorker::decide()
 {
-    if (m_isDecided)
-        return;
+    if (m_isSwitchedOn) {
+        m_session->setCertificatePin({}); // by the user's own word
+        m_isDecided = m_session->engine().switchOn();
+        m_isSwitchedOn = !m_isDecided;
+    } else if (!m_isDecided) {
+        m_isDecided = decideAtStart();
+    }
+}
+
+/// A start goes on with what was, unless the choice changed since: here, or on another device.
+bool CloudWorker::decideAtStart()
+{
     const MirrorPhase phase = m_session->memory().phase;
     if (m_isMirrored && phase == MirrorPhase::Off)
-        m_isDecided = m_session->engine().switchOn();
-    else if (!m_isMirrored && phase != MirrorPhase::Off)
-        m_isDecided = wasSwitchedOffHere() ? m_session->engine().deleteZone()
-                                           : m_session->engine().switchOff();
-    else
-        m_isDecided = true;
+        return m_session->engine().switchOn();
+    if (!m_isMirrored && phase != MirrorPhase::Off)
+        return wasSwitchedOffHere() ? m_session->engine().deleteZone()
+                                    : m_session->engine().switchOff();
+    return true;
 }
 
 /// The program may have ended between the user's choice and the deletion that belongs to it.
@@ -262,7 +274,6 @@ bool CloudWorker::wasSwitchedOffHere() const
 SyncReport CloudWorker::syncOnce()
 {
     m_files->use(m_accounts->account().value(), m_session->certificatePin());
-    exchangeValues();
     SyncReport report = m_session->engine().sync();
     if (m_files->isOpen()) {
         noteCertificate();
@@ -270,6 +281,7 @@ SyncReport CloudWorker::syncOnce()
             m_accounts->refused();
     }
     m_files->close();
+    m_standing = m_session->local().standing();
     Q_EMIT valuesKnown(sharedValues(m_session->local()));
     return report;
 }
@@ -303,6 +315,14 @@ void CloudWorker::tell(const SyncReport& report)
                                   "into it, switch syncing off and on.");
     else if (report.result == SyncReport::Result::Waiting)
         sentence = QStringLiteral("The folder of the saved bills is missing; waiting for it.");
+    else if (report.records.ignoredFiles > 0)
+        sentence = QStringLiteral("There are too many files in the folder of the saved bills; %1 "
+                                  "of them were not read.")
+                       .arg(report.records.ignoredFiles);
+    else if (report.records.doubtfulFiles > 0)
+        sentence = QStringLiteral("%1 of the files in the folder of the saved bills could not be "
+                                  "read yet; the others are mirrored.")
+                       .arg(report.records.doubtfulFiles);
     if (sentence == m_told)
         return;
     m_told = sentence;

@@ -51,7 +51,8 @@ private:
     void sync();
     bool prepare();
     bool openSession();
-    void decideAtStart();
+    void decide();
+    bool decideAtStart();
     [[nodiscard]] bool wasSwitchedOffHere() const;
     SyncReport syncOnce();
     void noteCertificate();
@@ -67,6 +68,7 @@ private:
     bool m_isStarted = false;
     bool m_isMirrored = false; // a store is, in this process
     bool m_isDecided = false; // whether this start means "on" or "off"
+    bool m_isSwitchedOn = false; // by the user, which is not noted yet
     bool m_isSyncing = false;
     bool m_isDueAgain = false;
     bool m_isUsable = false; // an account, as far as is known
@@ -77,6 +79,7 @@ private:
     std::unique_ptr<FileLock> m_lock;
     std::unique_ptr<SyncTriggers> m_triggers;
     std::unique_ptr<StoreFileWatch> m_storeFile;
+    MirrorStanding m_standing; // after the last sync
     QList<UbiquitousChange> m_changes;
     std::vector<StatusPromise> m_questions;
     std::vector<DeletionPromise> m_deletions;

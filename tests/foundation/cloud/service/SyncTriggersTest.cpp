@@ -2,6 +2,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace mirror;
 using namespace std::chrono_literals;
@@ -102,6 +103,20 @@ private Q_SLOTS:
         triggers.noteReport(success(1ms));
 
         QVERIFY(due.wait());
+    }
+
+    void changingWindowsPutsNothingOff()
+    {
+        SyncTriggers triggers;
+        QSignalSpy due(&triggers, &SyncTriggers::due);
+        triggers.noteReport(success(300ms));
+        QTimer change;
+        bool isActive = false;
+        QObject::connect(&change, &QTimer::timeout,
+            [&] { triggers.setActive(std::exchange(isActive, !isActive)); });
+        change.start(10ms);
+
+        QVERIFY(due.wait(30'000));
     }
 
     void anEditIsDueSoonAndOnce()
