@@ -82,10 +82,9 @@ Outcome<> Compaction<Row>::compact(const QString& folder, const std::vector<Seen
     const auto rows = rowsOf(*keys);
     if (!rows)
         return rows.error();
-    const auto written = writeChecked(folder, *rows);
-    if (!written)
-        return written.error();
-    return deleteFiles(inputs, *written);
+    if (auto written = writeChecked(folder, *rows); !written)
+        return written;
+    return deleteFiles(inputs);
 }
 
 /// Whose rows stand in the files, which are fetched anew: only what is now known to be in them may
@@ -127,19 +126,16 @@ template <class Row> Outcome<std::vector<Row>> Compaction<Row>::rowsOf(const std
     return rows;
 }
 
-/// The names of the files that the rows stand in now.
 template <class Row>
-Outcome<std::set<QString>> Compaction<Row>::writeChecked(
-    const QString& folder, std::span<const Row> rows)
+Outcome<> Compaction<Row>::writeChecked(const QString& folder, std::span<const Row> rows)
 {
-    std::set<QString> names;
     while (!rows.empty()) {
-        const auto part = m_export.build(folder, rows);
+        const auto part = m_export.build(folder, rows, WriterId(m_world.random()));
         if (!part)
             return part.error();
         const QString path = part->file.path();
         if (auto stored = m_world.files.put(path, part->content.bytes); !stored)
-            return stored.error();
+            return stored;
         QBuffer copy;
         copy.open(QIODevice::WriteOnly);
         const auto readBack = m_world.files.get(path, copy, FileLimits::ReadBytes);
@@ -147,22 +143,16 @@ Outcome<std::set<QString>> Compaction<Row>::writeChecked(
             return notUnderstood(
                 QStringLiteral("A file that was stored is not there as it was stored."));
         if (auto carried = m_export.carry(*part, rows, std::nullopt); !carried)
-            return carried.error();
-        names.insert(part->file.name);
+            return carried;
         rows = rows.subspan(part->content.taken);
     }
-    return names;
+    return {};
 }
 
-/// Forgotten first: nothing may be believed to stand in a file that is about to go. A file that was
-/// written may have the name of one that it was made from.
-template <class Row>
-Outcome<> Compaction<Row>::deleteFiles(
-    const std::vector<SeenFile>& files, const std::set<QString>& written)
+/// Forgotten first: nothing may be believed to stand in a file that is about to go.
+template <class Row> Outcome<> Compaction<Row>::deleteFiles(const std::vector<SeenFile>& files)
 {
     for (const SeenFile& file : files) {
-        if (written.contains(file.key.name))
-            continue;
         auto forgotten = transact(m_world.local, [&] { m_shelf.forget(file.key); });
         if (!forgotten)
             return forgotten;

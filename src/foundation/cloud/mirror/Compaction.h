@@ -18,6 +18,10 @@ struct CompactionRule {
 /// Joins many files of a folder into few. Deletes nothing but files that it understood to the last
 /// line, after what they say was written and read back. Any device may do it at any time: two that
 /// do it at once write the same twice.
+///
+/// What it writes gets a name that no file ever had. A file that was there before may be one that
+/// another device is about to delete, because it stands in a file that would be deleted here: then
+/// both were gone. What is relied upon is always younger than what is deleted.
 template <class Row> class Compaction {
 public:
     Compaction(
@@ -47,8 +51,8 @@ private:
     Outcome<> compact(const QString& folder, const std::vector<SeenFile>& inputs);
     Outcome<std::set<Key>> keysIn(const std::vector<SeenFile>& inputs);
     Outcome<std::vector<Row>> rowsOf(const std::set<Key>& keys);
-    Outcome<std::set<QString>> writeChecked(const QString& folder, std::span<const Row> rows);
-    Outcome<> deleteFiles(const std::vector<SeenFile>& files, const std::set<QString>& written);
+    Outcome<> writeChecked(const QString& folder, std::span<const Row> rows);
+    Outcome<> deleteFiles(const std::vector<SeenFile>& files);
 
     MirrorWorld& m_world;
     LocalShelf<Row>& m_shelf;

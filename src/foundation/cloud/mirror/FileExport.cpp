@@ -54,7 +54,7 @@ Outcome<std::size_t> FileExport<Row>::publishPart(
     const QString& folder, std::span<const Row> rows, qint64 revision)
 {
     while (true) {
-        const auto part = build(folder, rows);
+        const auto part = build(folder, rows, m_writer);
         if (!part)
             return part.error();
         const std::size_t taken = part->content.taken;
@@ -73,13 +73,14 @@ Outcome<std::size_t> FileExport<Row>::publishPart(
 }
 
 template <class Row>
-auto FileExport<Row>::build(const QString& folder, std::span<const Row> rows) -> Outcome<NamedPart>
+auto FileExport<Row>::build(const QString& folder, std::span<const Row> rows, WriterId writer)
+    -> Outcome<NamedPart>
 {
     const auto known = memoryOf(m_world.local);
     if (!known)
         return known.error();
     FilePart part
-        = RowFormat<Row>::write(rows, m_world.schema, { known->device, m_writer }, m_partBytes);
+        = RowFormat<Row>::write(rows, m_world.schema, { known->device, writer }, m_partBytes);
     const QString name = FileName::of(RowFormat<Row>::Content, part.bytes).toText();
     return NamedPart { { folder, name }, std::move(part) };
 }

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool hasUnpublished();
 
     /// A file with the first of the rows, of which there is at least one.
-    Outcome<NamedPart> build(const QString& folder, std::span<const Row> rows);
+    Outcome<NamedPart> build(const QString& folder, std::span<const Row> rows, WriterId writer);
     /// The file is there, and was built of rows that begin with those that it holds: it carries
     /// each of them that still is what it was then. Where the local mirror still has the revision
     /// that they were read at, none needs to be looked at.

@@ -4,8 +4,8 @@
 
 namespace mirror {
 
-/// 64 bits drawn at each start of the program. Without them two clones of one installation could
-/// write two different things under one name.
+/// 64 bits drawn at each start of the program, and for each file that others are joined into: they
+/// part the names of files that say the same.
 enum class WriterId : quint64 {};
 
 /// Who wrote a file.

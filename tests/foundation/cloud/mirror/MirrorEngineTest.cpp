@@ -19,7 +19,7 @@ class Device {
 public:
     explicit Device(std::shared_ptr<MemoryFiles> files, const QString& account = {})
         : store(std::move(files))
-        , engine({ store, local, noteSchema(), [this] { return now; }, [] { return 42; } },
+        , engine({ store, local, noteSchema(), [this] { return now; }, [this] { return ++drawn; } },
               { folders, account.isEmpty() ? QStringLiteral("someone") : account, "Ours.\n",
                   WriterId(7), { .files = 4, .bytes = 100'000, .delay = 0ms } })
     {
@@ -44,6 +44,7 @@ public:
     [[nodiscard]] QString epochFolder() { return folders.epoch(*local.data().memory.epoch); }
 
     WallTime now { 1'763'690'400'000ms };
+    quint64 drawn = 42; ///< the number that was drawn last
     MemoryMirror local;
     MemoryFileStore store;
 
@@ -359,6 +360,36 @@ private Q_SLOTS:
                 QByteArray(FileLimits::ReadBytes, char('a' + i))); // 8 MiB each
 
         QCOMPARE(device.engine.sync().records.ignoredFiles, 1);
+    }
+
+    void twoDevicesThatJoinTheSameFilesLeaveWhatTheySaid()
+    {
+        Device first(m_files);
+        Device second(m_files);
+        QVERIFY(second.engine.setDevice(DeviceId(2)));
+        first.save(note(1));
+        QVERIFY(first.engine.switchOn() && second.engine.switchOn());
+        first.engine.sync(); // writes what it will write again if it joins files
+        for (const quint64 writer : { 1, 2, 3, 4 })
+            addFile(*m_files, first.epochFolder(),
+                writeRecords(std::array { note(1) }, noteSchema(), { {}, WriterId(writer) }).bytes);
+        second.engine.sync();
+        bool isBetween = false;
+        second.store.setFaults([&](const auto& request) -> std::optional<MemoryFileStore::Fault> {
+            // After the second one wrote, and before it deletes what it read.
+            if (request.operation == Operation::Remove && !std::exchange(isBetween, true))
+                first.syncs(2, 5min);
+            return std::nullopt;
+        });
+
+        second.engine.sync();
+
+        QVERIFY(isBetween);
+        Device third(m_files);
+        QVERIFY(third.engine.switchOn());
+        third.engine.sync();
+        QCOMPARE(idsOf(third), std::set { identity(1) });
+        QCOMPARE(m_files->files.size(), 2); // the README, and what the first one wrote
     }
 
     void partsAreHalvedUntilThereIsRoom()

@@ -36,10 +36,10 @@ mirror_mutant(no_read_back SOURCE Compaction.cpp
     FROM "if (!readBack || copy.data() != part->content.bytes)"
     TO "if (false)")
 mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
-    FROM "    const auto written = writeChecked(folder, *rows);"
-    TO "    if (auto deleted = deleteFiles(inputs, {}); !deleted)
+    FROM "    if (auto written = writeChecked(folder, *rows); !written)"
+    TO "    if (auto deleted = deleteFiles(inputs); !deleted)
         return deleted;
-    const auto written = writeChecked(folder, *rows);")
+    if (auto written = writeChecked(folder, *rows); !written)")
 mirror_mutant(carrier_although_the_row_changed SOURCE FileExport.cpp
     FROM "if (isUnchanged || m_shelf.find(keyOf(row)) == row)"
     TO "if (m_shelf.find(keyOf(row)))")
