@@ -122,7 +122,8 @@ void ModelClaims::checkRemoval(const ModelDevice& device, const QString& path)
         require(m_world.cloud.isClosed(path), "A folder is deleted after its marker was stored.");
         return;
     }
-    if (!m_world.cloud.isWhole(path))
+    // In an epoch that was closed, another device deletes all that says the same, too.
+    if (!m_world.cloud.isWhole(path) || m_world.cloud.isClosed(folderOf(path)))
         return;
     const QString name = path.sliced(folderOf(path).size());
     if (const auto* rows = m_world.cloud.contents<Record>(name)) {
