@@ -77,8 +77,12 @@ bool MirrorEngine::switchOff()
 
 bool MirrorEngine::deleteZone()
 {
-    return bool(remember(m_world.local, [](MirrorMemory& memory) {
-        memory.deletion = DeletionJournal();
+    return bool(remember(m_world.local, [this](MirrorMemory& memory) {
+        if (memory.account.isEmpty())
+            memory.account = m_setup.account;
+        // Without any, there is nothing of which the user could have thought.
+        if (!memory.account.isEmpty())
+            memory.deletion = DeletionJournal();
         memory.phase = MirrorPhase::Off;
     }));
 }
@@ -113,8 +117,7 @@ void MirrorEngine::adoptAccount(MirrorMemory& memory)
     m_world.local.keyValues().forgetAll();
     memory.epoch.reset();
     memory.closedEpochs.clear();
-    if (!memory.account.isEmpty()) // otherwise it was decided before any account was seen
-        memory.deletion.reset();
+    memory.deletion.reset();
     memory.account = m_setup.account;
 }
 
@@ -203,6 +206,8 @@ SyncReport MirrorEngine::report(const Outcome<Course>& outcome)
     if (const auto known = memoryOf(m_world.local)) {
         result.phase = known->phase;
         result.isDeletionPending = known->deletion.has_value();
+    } else {
+        result.isDeletionPending = true; // as far as is known
     }
     if (!outcome) {
         fail(result, outcome.error());

@@ -121,8 +121,10 @@ void CloudService::followChoice()
     if (!m_thread.isRunning())
         return;
     const bool isChosen = m_values.boolForKey(m_choiceKey);
-    if (!std::exchange(m_isChosen, isChosen) && isChosen)
-        Q_EMIT m_port->forWorker([](CloudWorker& worker) { worker.switchOn(); });
+    if (std::exchange(m_isChosen, isChosen) != isChosen) {
+        Q_EMIT m_port->forWorker(
+            [isChosen](CloudWorker& worker) { isChosen ? worker.switchOn() : worker.switchOff(); });
+    }
     sendChanges();
 }
 

@@ -17,6 +17,24 @@ CKError noAccount()
     return { QStringLiteral("There is no cloud account to delete the saved bills from.") };
 }
 
+CKError notNoted()
+{
+    return { QStringLiteral(
+        "The store of the saved bills could not be used; they stay in the cloud for now.") };
+}
+
+CKError doneElsewhere()
+{
+    return { QStringLiteral(
+        "Another copy of the program mirrors these bills, and deletes them there.") };
+}
+
+CKError isOnAgain()
+{
+    return { QStringLiteral(
+        "Mirroring was switched on again; the saved bills stay in the cloud.") };
+}
+
 void print(const QString& sentence) { printDiagnostic("--> Cloud: " + sentence.toStdString()); }
 
 } // namespace
@@ -47,11 +65,12 @@ void CloudWorker::start(const CloudSetup& setup, bool isMirrored)
     connect(m_accounts.get(), &CloudAccounts::changed, this,
         [this] { defer([this] { onAccountsChanged(); }); });
     m_accounts->start();
+    runDeferred();
 }
 
 void CloudWorker::defer(std::function<void()> work)
 {
-    if (m_isSyncing)
+    if (m_isSyncing || !m_isStarted)
         m_deferred.push_back(std::move(work));
     else
         work();
@@ -67,13 +86,12 @@ void CloudWorker::onAccountsChanged()
 {
     answerStatus();
     m_isUsable = m_accounts->state() == AccountState::Available;
+    settle();
     if (m_isUsable)
         m_triggers->syncNow();
     else if (!m_accounts->problem().isEmpty()
         && std::exchange(m_told, m_accounts->problem()) != m_told)
         print(m_told);
-    if (!m_isUsable)
-        failDeletions(noAccount());
 }
 
 void CloudWorker::askStatus(StatusPromise answer)
@@ -99,10 +117,22 @@ void CloudWorker::answerStatus()
 void CloudWorker::switchOn()
 {
     defer([this] {
+        m_word = Word::On;
+        m_isWordNoted = false;
         m_isMirrored = true;
-        m_isSwitchedOn = true;
-        if (openSession())
-            decide();
+        failDeletions(isOnAgain());
+        settle();
+        m_triggers->syncNow();
+    });
+}
+
+void CloudWorker::switchOff()
+{
+    defer([this] {
+        m_word = Word::Off;
+        m_isWordNoted = false;
+        m_isMirrored = false;
+        settle();
         m_triggers->syncNow();
     });
 }
@@ -110,28 +140,30 @@ void CloudWorker::switchOn()
 void CloudWorker::deleteZone(
     const QString& container, const CKRecordZoneID& zone, DeletionPromise answer)
 {
-    if (!m_isStarted)
-        return answer.set_value(noAccount());
-    if (container != m_setup.container || zone.zoneName != QLatin1String(ZoneName))
-        return answer.set_value(CKError { QStringLiteral("There is no such zone.") });
     // Functions are copied, promises are not.
     const auto shared = std::make_shared<DeletionPromise>(std::move(answer));
-    defer([this, shared] { noteDeletion(std::move(*shared)); });
+    defer([this, container, zone, shared] {
+        if (container != m_setup.container || zone.zoneName != QLatin1String(ZoneName))
+            return shared->set_value(CKError { QStringLiteral("There is no such zone.") });
+        if (m_word == Word::On) // the question was slower than the switch
+            return shared->set_value(isOnAgain());
+        m_deletions.push_back(std::move(*shared));
+        switchOff();
+    });
 }
 
-/// It stays on the list of what is to be done, also where the account cannot be used now.
-void CloudWorker::noteDeletion(DeletionPromise answer)
+/// Notes the user's word, so that no end of the program loses it. It is about the account of now:
+/// before that is known, it waits.
+void CloudWorker::settle()
 {
-    m_isMirrored = false;
-    m_isSwitchedOn = false;
-    if (!openSession() || !m_session->engine().deleteZone())
-        return answer.set_value(CKError { QStringLiteral(
-            "The store of the saved bills could not be used; they stay in the cloud.") });
-    m_isDecided = true;
-    m_deletions.push_back(std::move(answer));
-    if (m_accounts->state() != AccountState::Unknown && !m_isUsable)
+    if (m_accounts->state() == AccountState::Unknown)
+        return;
+    if (!m_isWordNoted && openSession() && !decide())
+        print(QStringLiteral("The choice could not be noted; it will be tried again."));
+    if (!m_isWordNoted)
+        failDeletions(notNoted());
+    else if (m_accounts->state() != AccountState::Available)
         failDeletions(noAccount());
-    m_triggers->syncNow();
 }
 
 void CloudWorker::answerDeletions(const SyncReport& report)
@@ -184,11 +216,11 @@ void CloudWorker::sync()
             answerDeletions(report);
             if (m_isDueAgain) // since it began; what it had read by then may be old
                 m_triggers->noteReturn();
-            if (!report.error && (!m_changes.isEmpty() || m_session->hasUnpublished()))
+            if (isMoreToDo(report))
                 m_triggers->noteEdit();
         } else {
-            failDeletions({ QStringLiteral(
-                "Another copy of the program mirrors these bills, and deletes them there.") });
+            failDeletions(m_isHolder ? notNoted() : doneElsewhere());
+            tellOnce(m_lock->problem());
             m_triggers->tryLater();
         }
     }
@@ -196,9 +228,20 @@ void CloudWorker::sync()
     lookForEdits();
 }
 
+/// What came while the round was at work may be behind the places where it looked.
+bool CloudWorker::isMoreToDo(const SyncReport& report)
+{
+    if (report.result != SyncReport::Result::Done)
+        return false;
+    const MirrorStanding now = m_session->local().standing();
+    return now.isDeletionPending || now.hasUntoldValues || now.phase == MirrorPhase::Joining
+        || !m_changes.isEmpty() || m_session->hasUnpublished();
+}
+
+/// In a process that does not hold the lock, what is new waits for the one that does.
 void CloudWorker::lookForEdits()
 {
-    if (m_isSyncing || !m_session)
+    if (m_isSyncing || !m_session || !m_isHolder)
         return;
     SqliteLocalMirror& local = m_session->local();
     if (local.hasLocalChanges() || std::exchange(m_standing, local.standing()) != m_standing)
@@ -206,17 +249,18 @@ void CloudWorker::lookForEdits()
 }
 
 /// One process of the user's is enough. The others see what it brings, and it sees what they decide
-/// and tell.
+/// and tell. Nothing goes out any more after an "off" that could not be noted.
 bool CloudWorker::prepare()
 {
-    const bool isOurs = m_lock->tryLock();
-    if (!isOurs)
-        m_isDecided = true; // by the one that has it; this one's start is history by then
-    if (!openSession())
+    m_isHolder = m_lock->tryLock();
+    if (!openSession() || !decide())
         return false;
-    decide();
+    if (!m_phaseAtStart)
+        m_phaseAtStart = m_session->memory().phase;
+    if (m_isHolder && !m_isDecided)
+        m_isDecided = decideAtStart();
     exchangeValues();
-    return isOurs;
+    return m_isHolder;
 }
 
 bool CloudWorker::openSession()
@@ -239,22 +283,26 @@ bool CloudWorker::openSession()
     return true;
 }
 
-/// What cannot be noted now will be at the next sync.
-void CloudWorker::decide()
+/// False where it could not be noted; then it will be tried again.
+bool CloudWorker::decide()
 {
-    if (m_isSwitchedOn) {
-        m_session->setCertificatePin({}); // by the user's own word
-        m_isDecided = m_session->engine().switchOn();
-        m_isSwitchedOn = !m_isDecided;
-    } else if (!m_isDecided) {
-        m_isDecided = decideAtStart();
+    MirrorEngine& engine = m_session->engine();
+    if (!m_isWordNoted) {
+        if (m_word == Word::On)
+            m_session->setCertificatePin({}); // whichever it is bound to, the user accepted another
+        m_isWordNoted = m_word == Word::On ? engine.switchOn() : engine.deleteZone();
+        m_isDecided = m_isDecided || m_isWordNoted;
     }
+    return m_isWordNoted;
 }
 
-/// A start goes on with what was, unless the choice changed since: here, or on another device.
+/// A start goes on with what was, unless the choice changed since: here, or on another device. It
+/// means nothing any more where another process decided before this one came to it.
 bool CloudWorker::decideAtStart()
 {
     const MirrorPhase phase = m_session->memory().phase;
+    if (phase != *m_phaseAtStart)
+        return true;
     if (m_isMirrored && phase == MirrorPhase::Off)
         return m_session->engine().switchOn();
     if (!m_isMirrored && phase != MirrorPhase::Off)
@@ -273,10 +321,11 @@ bool CloudWorker::wasSwitchedOffHere() const
 
 SyncReport CloudWorker::syncOnce()
 {
-    m_files->use(m_accounts->account().value(), m_session->certificatePin());
+    const QByteArray pin = m_session->certificatePin();
+    m_files->use(m_accounts->account().value(), pin);
     SyncReport report = m_session->engine().sync();
     if (m_files->isOpen()) {
-        noteCertificate();
+        noteCertificate(pin);
         if (report.error && report.error->kind == FileError::Kind::Unauthorised)
             m_accounts->refused();
     }
@@ -286,10 +335,11 @@ SyncReport CloudWorker::syncOnce()
     return report;
 }
 
-void CloudWorker::noteCertificate()
+/// Only what this round pinned: another process may have forgotten the pin meanwhile.
+void CloudWorker::noteCertificate(const QByteArray& known)
 {
     const QByteArray pin = m_files->certificatePin();
-    if (pin != m_session->certificatePin())
+    if (pin != known)
         m_session->setCertificatePin(pin);
 }
 
@@ -299,7 +349,6 @@ void CloudWorker::exchangeValues()
         Q_EMIT changesKept(std::exchange(m_changes, {}));
 }
 
-/// Once, not at every poll.
 void CloudWorker::tell(const SyncReport& report)
 {
     QString sentence;
@@ -323,10 +372,13 @@ void CloudWorker::tell(const SyncReport& report)
         sentence = QStringLiteral("%1 of the files in the folder of the saved bills could not be "
                                   "read yet; the others are mirrored.")
                        .arg(report.records.doubtfulFiles);
-    if (sentence == m_told)
-        return;
-    m_told = sentence;
-    if (!sentence.isEmpty())
+    tellOnce(sentence);
+}
+
+/// Not at every poll.
+void CloudWorker::tellOnce(const QString& sentence)
+{
+    if (std::exchange(m_told, sentence) != sentence && !sentence.isEmpty())
         print(sentence);
 }
 

@@ -29,10 +29,13 @@ public:
 
     /// Begins, once. Until then the questions wait.
     void start(const CloudSetup& setup, bool isMirrored);
-    /// The user switched mirroring on.
+    // The user's word; the later one counts.
     void switchOn();
+    /// Stops, and has what is in the cloud deleted.
+    void switchOff();
     void askStatus(StatusPromise answer);
-    /// Answered after the first attempt; where that fails, it is tried again by itself.
+    /// As switchOff(), unless the user switched mirroring on meanwhile. Answered after the first
+    /// attempt; where that fails, it is tried again by itself.
     void deleteZone(const QString& container, const CKRecordZoneID& zone, DeletionPromise answer);
     /// All that are pending.
     void setChanges(const QList<UbiquitousChange>& changes);
@@ -51,24 +54,30 @@ private:
     void sync();
     bool prepare();
     bool openSession();
-    void decide();
+    void settle();
+    bool decide();
     bool decideAtStart();
     [[nodiscard]] bool wasSwitchedOffHere() const;
     SyncReport syncOnce();
-    void noteCertificate();
+    void noteCertificate(const QByteArray& known);
+    [[nodiscard]] bool isMoreToDo(const SyncReport& report);
     void exchangeValues();
     void lookForEdits();
-    void noteDeletion(DeletionPromise answer);
     void answerDeletions(const SyncReport& report);
     void failDeletions(const CKError& error);
     void tell(const SyncReport& report);
+    void tellOnce(const QString& sentence);
 
     std::shared_ptr<Cancellation> m_cancellation;
     CloudSetup m_setup;
     bool m_isStarted = false;
     bool m_isMirrored = false; // a store is, in this process
     bool m_isDecided = false; // whether this start means "on" or "off"
-    bool m_isSwitchedOn = false; // by the user, which is not noted yet
+    std::optional<MirrorPhase> m_phaseAtStart; // as first seen
+    enum class Word { None, On, Off };
+    Word m_word = Word::None; // the user's last one
+    bool m_isWordNoted = true;
+    bool m_isHolder = false; // of the lock, at the last sync
     bool m_isSyncing = false;
     bool m_isDueAgain = false;
     bool m_isUsable = false; // an account, as far as is known

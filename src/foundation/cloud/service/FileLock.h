@@ -20,9 +20,16 @@ public:
     /// Whether it is held, from now on or already. Never waits.
     [[nodiscard]] bool tryLock();
 
+    /// A sentence where the last tryLock() failed for another reason than that another process
+    /// holds it; otherwise empty.
+    [[nodiscard]] const QString& problem() const { return m_problem; }
+
 private:
+    void noteProblem(int error);
+
     QString m_file;
     int m_descriptor = -1;
+    QString m_problem;
 };
 
 } // namespace mirror

@@ -27,6 +27,12 @@ public:
     /// Another process has the store in its care.
     void tryLater();
 
+    /// How long until a sync is due if nothing else happens; negative where none is.
+    [[nodiscard]] std::chrono::milliseconds nextPoll() const
+    {
+        return m_poll.remainingTimeAsDuration();
+    }
+
 Q_SIGNALS:
     void due();
 

@@ -17,12 +17,19 @@ const MirrorFolders folders { QStringLiteral("org.example.notes/") };
 /// One device, on which nothing is put off at random.
 class Device {
 public:
-    explicit Device(std::shared_ptr<MemoryFiles> files, const QString& account = {})
+    explicit Device(
+        std::shared_ptr<MemoryFiles> files, const QString& account = QStringLiteral("someone"))
         : store(std::move(files))
-        , engine({ store, local, noteSchema(), [this] { return now; }, [this] { return ++drawn; } },
-              { folders, account.isEmpty() ? QStringLiteral("someone") : account, "Ours.\n",
-                  WriterId(7), { .files = 4, .bytes = 100'000, .delay = 0ms } })
+        , engine(engineFor(account))
     {
+    }
+
+    /// Another one on the same memory, as after a start.
+    MirrorEngine engineFor(const QString& account)
+    {
+        return { { store, local, noteSchema(), [this] { return now; }, [this] { return ++drawn; } },
+            { folders, account, "Ours.\n", WriterId(7),
+                { .files = 4, .bytes = 100'000, .delay = 0ms } } };
     }
 
     void save(const Record& record)
@@ -691,12 +698,30 @@ private Q_SLOTS:
         Device first(m_files);
         QVERIFY(first.engine.switchOn());
         first.engine.sync();
-        Device second(m_files);
+        Device second(m_files); // which knows its account
         QVERIFY(second.engine.deleteZone());
 
         QVERIFY(!second.engine.sync().isDeletionPending);
 
         QCOMPARE(first.engine.sync().phase, MirrorPhase::Deleted);
+    }
+
+    void aDeletionThatIsDecidedWithoutAnAccountConcernsNoLaterOne()
+    {
+        Device first(m_files);
+        first.save(note(1));
+        QVERIFY(first.engine.switchOn());
+        first.engine.sync();
+        Device second(m_files, QString()); // without one
+        QVERIFY(second.engine.deleteZone());
+        MirrorEngine later = second.engineFor(QStringLiteral("someone"));
+
+        QVERIFY(!later.sync().isDeletionPending);
+        QVERIFY(later.switchOn());
+        later.sync();
+
+        QCOMPARE(idsOf(second), std::set { identity(1) });
+        QCOMPARE(first.engine.sync().phase, MirrorPhase::Mirroring);
     }
 
     void aDeletionIsFinishedAfterAFailure()

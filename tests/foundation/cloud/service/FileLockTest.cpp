@@ -1,6 +1,7 @@
 #include "FileLock.h"
 
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -52,6 +53,10 @@ private Q_SLOTS:
             for (;;)
                 ::pause();
         }
+        const auto ended = qScopeGuard([child] {
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+        });
         char answer = 0;
         QCOMPARE(::read(ready[0], &answer, 1), ssize_t(1));
         QCOMPARE(answer, 'y');
@@ -67,9 +72,22 @@ private Q_SLOTS:
 
     void whereNoFileCanBeMadeItIsNotHeld()
     {
-        FileLock lock(m_folder.filePath(QStringLiteral("missing/lock")));
+        const QString file = m_folder.filePath(QStringLiteral("missing/lock"));
+        FileLock lock(file);
 
         QVERIFY(!lock.tryLock());
+        QVERIFY(lock.problem().contains(file));
+    }
+
+    void thatAnotherOneHoldsItIsNoProblem()
+    {
+        FileLock first(m_file);
+        FileLock second(m_file);
+        QVERIFY(first.tryLock());
+
+        QVERIFY(!second.tryLock());
+
+        QVERIFY(second.problem().isEmpty());
     }
 };
 

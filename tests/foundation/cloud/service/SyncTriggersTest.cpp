@@ -2,7 +2,6 @@
 
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 using namespace mirror;
 using namespace std::chrono_literals;
@@ -105,18 +104,29 @@ private Q_SLOTS:
         QVERIFY(due.wait());
     }
 
-    void changingWindowsPutsNothingOff()
+    void aLookAtTheWindowBringsThePollNearerAndNeverFarther()
     {
         SyncTriggers triggers;
-        QSignalSpy due(&triggers, &SyncTriggers::due);
-        triggers.noteReport(success(300ms));
-        QTimer change;
-        bool isActive = false;
-        QObject::connect(&change, &QTimer::timeout,
-            [&] { triggers.setActive(std::exchange(isActive, !isActive)); });
-        change.start(10ms);
+        triggers.noteReport(success(5min));
+        QVERIFY(triggers.nextPoll() > 4min);
 
-        QVERIFY(due.wait(30'000));
+        triggers.setActive(true);
+        QVERIFY(triggers.nextPoll() < 70s); // a coarse timer, of a minute
+
+        triggers.noteReport(success(1s));
+        triggers.setActive(false);
+        triggers.setActive(true);
+        QVERIFY(triggers.nextPoll() < 2s);
+    }
+
+    void aLookAtTheWindowDoesNotChangeWhatAServerSaid()
+    {
+        SyncTriggers triggers;
+        triggers.noteReport(failure(Kind::Busy)); // for an hour
+
+        triggers.setActive(true);
+
+        QVERIFY(triggers.nextPoll() > 59min);
     }
 
     void anEditIsDueSoonAndOnce()
