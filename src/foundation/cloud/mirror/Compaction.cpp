@@ -11,12 +11,26 @@ namespace mirror {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr qint64 MaxInputBytes = 4 * FileLimits::WrittenBytes; // what is held in memory
+
+std::chrono::milliseconds pauseAfter(int failures)
+{
+    std::chrono::milliseconds pause = 5min;
+    for (int i = 1; i < failures && pause < 24h; ++i)
+        pause *= 2;
+    return std::min<std::chrono::milliseconds>(pause, 24h);
+}
 
 } // namespace
 
 template <class Row> Outcome<> Compaction<Row>::compactWhenDue(const QString& folder)
 {
+    if (isPaused())
+        return {};
+    if (!m_joined.empty())
+        return settle(deleteJoinedBefore());
     const std::vector<SeenFile> inputs = filesToCompact(folder);
     if (inputs.empty()) {
         m_due.reset();
@@ -30,7 +44,47 @@ template <class Row> Outcome<> Compaction<Row>::compactWhenDue(const QString& fo
     if (now < *m_due)
         return {};
     m_due.reset();
-    return compact(folder, inputs);
+    return settle(compact(folder, inputs));
+}
+
+/// A clock that was set back must not put it off for long.
+template <class Row> bool Compaction<Row>::isPaused() const
+{
+    const WallTime now = m_world.now();
+    return m_failures > 0 && m_failedAt <= now && now < m_failedAt + pauseAfter(m_failures);
+}
+
+template <class Row> Outcome<> Compaction<Row>::settle(const Outcome<>& attempt)
+{
+    if (attempt) {
+        m_failures = 0;
+        return {};
+    }
+    if (attempt.error().kind == FileError::Kind::NotFound)
+        return {}; // another device was faster
+    if (!isAboutOneFile(attempt.error()))
+        return attempt;
+    ++m_failures;
+    m_failedAt = m_world.now();
+    return {};
+}
+
+/// What was to be deleted stays, unless all that it stands in is still there.
+template <class Row> Outcome<> Compaction<Row>::deleteJoinedBefore()
+{
+    for (const FileKey& written : m_written) {
+        QBuffer copy;
+        copy.open(QIODevice::WriteOnly);
+        const auto download = m_world.files.get(written.path(), copy, FileLimits::ReadBytes);
+        const bool isGone = !download && download.error().kind == FileError::Kind::NotFound;
+        if (!download && !isGone)
+            return download.error();
+        if (isGone || download->sha256 != FileName::fromText(written.name).value().sha256) {
+            m_joined.clear();
+            return {};
+        }
+    }
+    return deleteJoined();
 }
 
 /// None where there is no need.
@@ -82,9 +136,24 @@ Outcome<> Compaction<Row>::compact(const QString& folder, const std::vector<Seen
     const auto rows = rowsOf(*keys);
     if (!rows)
         return rows.error();
+    chooseWriter(inputs);
+    m_written.clear();
     if (auto written = writeChecked(folder, *rows); !written)
         return written;
-    return deleteFiles(inputs);
+    for (const SeenFile& input : inputs)
+        m_joined.push_back(input.key);
+    return deleteJoined();
+}
+
+/// One for each set of files that are joined: an attempt that failed is repeated under its name, so
+/// that a server that keeps only halves is not filled with them.
+template <class Row> void Compaction<Row>::chooseWriter(const std::vector<SeenFile>& inputs)
+{
+    std::set<QString> paths;
+    for (const SeenFile& input : inputs)
+        paths.insert(input.key.path());
+    if (std::exchange(m_inputs, paths) != paths)
+        m_writer = WriterId(m_world.random());
 }
 
 /// Whose rows stand in the files, which are fetched anew: only what is now known to be in them may
@@ -130,7 +199,7 @@ template <class Row>
 Outcome<> Compaction<Row>::writeChecked(const QString& folder, std::span<const Row> rows)
 {
     while (!rows.empty()) {
-        const auto part = m_export.build(folder, rows, WriterId(m_world.random()));
+        const auto part = m_export.build(folder, rows, m_writer);
         if (!part)
             return part.error();
         const QString path = part->file.path();
@@ -140,26 +209,30 @@ Outcome<> Compaction<Row>::writeChecked(const QString& folder, std::span<const R
         copy.open(QIODevice::WriteOnly);
         const auto readBack = m_world.files.get(path, copy, FileLimits::ReadBytes);
         if (!readBack || copy.data() != part->content.bytes)
-            return notUnderstood(
-                QStringLiteral("A file that was stored is not there as it was stored."));
+            return readBack ? notUnderstood(
+                       QStringLiteral("A file that was stored is not there as it was stored."))
+                            : readBack.error();
         if (auto carried = m_export.carry(*part, rows, std::nullopt); !carried)
             return carried;
+        m_written.push_back(part->file);
         rows = rows.subspan(part->content.taken);
     }
     return {};
 }
 
 /// Forgotten first: nothing may be believed to stand in a file that is about to go.
-template <class Row> Outcome<> Compaction<Row>::deleteFiles(const std::vector<SeenFile>& files)
+template <class Row> Outcome<> Compaction<Row>::deleteJoined()
 {
-    for (const SeenFile& file : files) {
-        auto forgotten = transact(m_world.local, [&] { m_shelf.forget(file.key); });
+    while (!m_joined.empty()) {
+        const FileKey& file = m_joined.back();
+        auto forgotten = transact(m_world.local, [&] { m_shelf.forget(file); });
         if (!forgotten)
             return forgotten;
-        auto removed = m_world.files.remove(file.key.path(), Trash::Skip);
+        auto removed = m_world.files.remove(file.path(), Trash::Skip);
         if (!removed && removed.error().kind != FileError::Kind::NotFound)
             return removed;
         ++m_filesDeleted;
+        m_joined.pop_back();
     }
     return {};
 }

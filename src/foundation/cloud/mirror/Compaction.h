@@ -15,9 +15,10 @@ struct CompactionRule {
     std::chrono::milliseconds delay = std::chrono::minutes(2); ///< at most, at random
 };
 
-/// Joins many files of a folder into few. Deletes nothing but files that it understood to the last
-/// line, after what they say was written and read back. Any device may do it at any time: two that
-/// do it at once write the same twice.
+/// Joins many files of a folder into few, if the server lets it: what is refused keeps nobody from
+/// mirroring, and is not tried again for a while that grows to a day. Deletes nothing but files
+/// that it understood to the last line, after what they say was written and read back. Any device
+/// may do it at any time: two that do it at once write the same twice.
 ///
 /// What it writes gets a name that no file ever had. A file that was there before may be one that
 /// another device is about to delete, because it stands in a file that would be deleted here: then
@@ -52,13 +53,23 @@ private:
     Outcome<std::set<Key>> keysIn(const std::vector<SeenFile>& inputs);
     Outcome<std::vector<Row>> rowsOf(const std::set<Key>& keys);
     Outcome<> writeChecked(const QString& folder, std::span<const Row> rows);
-    Outcome<> deleteFiles(const std::vector<SeenFile>& files);
+    void chooseWriter(const std::vector<SeenFile>& inputs);
+    [[nodiscard]] bool isPaused() const;
+    Outcome<> deleteJoinedBefore();
+    Outcome<> deleteJoined();
+    Outcome<> settle(const Outcome<>& attempt);
 
     MirrorWorld& m_world;
     LocalShelf<Row>& m_shelf;
     FileExport<Row>& m_export;
     CompactionRule m_rule;
     std::optional<WallTime> m_due;
+    std::set<QString> m_inputs; // of the last attempt, by path
+    WriterId m_writer {}; // of what is written for them
+    std::vector<FileKey> m_written; // what was read back of them
+    std::vector<FileKey> m_joined; // that stand in those, and are to be deleted
+    int m_failures = 0; // in a row
+    WallTime m_failedAt;
     int m_filesDeleted = 0;
 };
 

@@ -8,6 +8,8 @@ namespace mirror {
 
 namespace {
 
+constexpr auto LongestAway = std::chrono::hours(1); // several times what anything is put off
+
 const FileError failure { FileError::Kind::Server, 0, std::nullopt, {} };
 
 } // namespace
@@ -27,8 +29,10 @@ void DoubtfulFiles::keepListed(const QString& folder, const QList<FileEntry>& li
     std::set<QString> listed;
     for (const FileEntry& entry : listing)
         listed.insert(folder + entry.name);
+    const WallTime old = m_world.now() - LongestAway;
     std::erase_if(m_files, [&](const auto& each) {
-        return each.first.startsWith(folder) && !listed.contains(each.first);
+        return each.second.since < old
+            || (each.first.startsWith(folder) && !listed.contains(each.first));
     });
 }
 

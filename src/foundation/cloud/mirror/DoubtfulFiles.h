@@ -18,7 +18,7 @@ public:
 
     void add(const QString& path, std::optional<qint64> size);
     void remove(const QString& path) { m_files.erase(path); }
-    /// Those of the folder that are not in the listing are gone.
+    /// Those of the folder that are not in the listing are gone; so is what was not tried for long.
     void keepListed(const QString& folder, const QList<FileEntry>& listing);
 
     [[nodiscard]] bool isPutOff(const QString& path, std::optional<qint64> size) const;

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t RowsPerTransaction = 500;
 constexpr std::size_t MaxFiles = 256;
-constexpr int Forbidden = 403;
 constexpr qint64 MaxFolderBytes = qint64(64) * 1024 * 1024;
 
 SeenFile::State stateOf(FileStatus status)
@@ -36,25 +35,6 @@ bool isFileOf(FileContent content, const FileEntry& entry)
 {
     const auto name = FileName::fromText(entry.name);
     return entry.type == FileEntry::Type::File && name && name->content == content;
-}
-
-/// Whether it is about this file alone, so that others can be asked for. Who may list a folder and
-/// not read one of its files is not refused himself.
-bool isOfOneFile(const FileError& error)
-{
-    switch (error.kind) {
-    case FileError::Kind::Unauthorised:
-        return error.status == Forbidden;
-    case FileError::Kind::Locked:
-    case FileError::Kind::Conflict:
-    case FileError::Kind::TooLarge:
-    case FileError::Kind::Server:
-    case FileError::Kind::Redirect:
-    case FileError::Kind::NotUnderstood:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace
@@ -109,7 +89,7 @@ Outcome<> FileImport<Row>::readFrom(
 {
     if (!download && download.error().kind == FileError::Kind::NotFound)
         return {}; // deleted since it was listed
-    if (!download && !isOfOneFile(download.error()))
+    if (!download && !isAboutOneFile(download.error()))
         return download.error();
     // A file that is not as long as it was listed was broken off, or is being written.
     if (!download || (file.size && download->size != *file.size)) {

@@ -2,6 +2,12 @@
 
 namespace mirror {
 
+namespace {
+
+constexpr int Forbidden = 403;
+
+} // namespace
+
 FileError localFailure()
 {
     return { FileError::Kind::LocalFile, 0, std::nullopt,
@@ -16,6 +22,23 @@ FileError notUnderstood(const QString& sentence)
 bool isAbsent(const FileError& error)
 {
     return error.kind == FileError::Kind::NotFound || error.kind == FileError::Kind::Conflict;
+}
+
+bool isAboutOneFile(const FileError& error)
+{
+    switch (error.kind) {
+    case FileError::Kind::Unauthorised:
+        return error.status == Forbidden;
+    case FileError::Kind::Locked:
+    case FileError::Kind::Conflict:
+    case FileError::Kind::TooLarge:
+    case FileError::Kind::Server:
+    case FileError::Kind::Redirect:
+    case FileError::Kind::NotUnderstood:
+        return true;
+    default:
+        return false;
+    }
 }
 
 std::chrono::milliseconds randomDelay(const MirrorWorld& world, std::chrono::milliseconds limit)

@@ -26,6 +26,10 @@ struct MirrorWorld {
 /// Whether the server says that what was asked for, or the collection around it, is not there.
 [[nodiscard]] bool isAbsent(const FileError& error);
 
+/// Whether the server refuses what was asked about one file, while others may be asked about. Who
+/// may list a folder and not touch one of its files is not refused himself.
+[[nodiscard]] bool isAboutOneFile(const FileError& error);
+
 /// Up to the limit, at random, so that devices do not all do the same at once.
 [[nodiscard]] std::chrono::milliseconds randomDelay(
     const MirrorWorld& world, std::chrono::milliseconds limit);

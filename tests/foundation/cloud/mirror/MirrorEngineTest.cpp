@@ -114,6 +114,24 @@ MemoryFileStore::Faults failing(const QString& path, const FileError& error)
     };
 }
 
+MemoryFileStore::Faults refusing(Operation operation, const FileError& error)
+{
+    return [=](const MemoryFileStore::Request& request) {
+        return request.operation == operation
+            ? std::optional(MemoryFileStore::Fault { .error = error })
+            : std::nullopt;
+    };
+}
+
+/// Each in a file of its own.
+void saveOneByOne(Device& device, quint32 count)
+{
+    for (quint32 number = 1; number <= count; ++number) {
+        device.save(note(number));
+        device.engine.sync();
+    }
+}
+
 void removeFolder(MemoryFiles& files, const QString& folder)
 {
     for (const QString& path : files.files.keys()) {
@@ -127,6 +145,16 @@ void removeFolder(MemoryFiles& files, const QString& folder)
 
 class MirrorEngineTest : public QObject {
     Q_OBJECT
+
+    static void refusals()
+    {
+        QTest::addColumn<FileError::Kind>("kind");
+        QTest::addColumn<int>("status");
+        QTest::newRow("server error") << FileError::Kind::Server << 500;
+        QTest::newRow("locked") << FileError::Kind::Locked << 423;
+        QTest::newRow("forbidden") << FileError::Kind::Unauthorised << 403;
+        QTest::newRow("no room") << FileError::Kind::TooLarge << 507;
+    }
 
 private Q_SLOTS:
     void init()
@@ -397,6 +425,75 @@ private Q_SLOTS:
         third.engine.sync();
         QCOMPARE(idsOf(third), std::set { identity(1) });
         QCOMPARE(m_files->files.size(), 2); // the README, and what the first one wrote
+    }
+
+    void aServerThatKeepsOnlyHalvesIsNotFilledWithThem()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        device.store.setFaults([](const auto& request) {
+            return request.operation == Operation::Put ? std::optional(MemoryFileStore::Fault {
+                       .when = MemoryFileStore::Fault::When::Midway, .part = 10, .error = {} })
+                                                       : std::nullopt;
+        });
+
+        device.syncs(50, 16min);
+
+        QCOMPARE(m_files->files.size(), 1 + 5 + 1); // the README, the files, and one half
+    }
+
+    void aServerThatDeletesNothingIsNotFilledWithJoinedFiles_data() { refusals(); }
+    void aServerThatDeletesNothingIsNotFilledWithJoinedFiles()
+    {
+        QFETCH(FileError::Kind, kind);
+        QFETCH(int, status);
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        device.store.setFaults(refusing(Operation::Remove, { kind, status, std::nullopt, {} }));
+
+        QCOMPARE(device.syncs(100, 16min).result, Result::Done);
+
+        QCOMPARE(m_files->files.size(), 1 + 5 + 1); // the README, the files, and what they say
+        device.store.setFaults({});
+        device.syncs(2, 25h);
+        QCOMPARE(m_files->files.size(), 1 + 1);
+    }
+
+    void whatIsNoLongerWrittenElsewhereIsNotDeletedLater()
+    {
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        const MemoryFiles before = *m_files;
+        device.store.setFaults(
+            refusing(Operation::Remove, { FileError::Kind::Server, 500, std::nullopt, {} }));
+        device.syncs(2, 1min);
+        *m_files = before; // the server was set back
+        device.store.setFaults({});
+
+        device.syncs(4, 10min);
+
+        Device other(m_files);
+        QVERIFY(other.engine.switchOn());
+        other.engine.sync();
+        QCOMPARE(idsOf(other), idsOf(device));
+    }
+
+    void tidyingThatIsRefusedKeepsNobodyFromMirroring_data() { refusals(); }
+    void tidyingThatIsRefusedKeepsNobodyFromMirroring()
+    {
+        QFETCH(FileError::Kind, kind);
+        QFETCH(int, status);
+        Device device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        device.store.setFaults(refusing(Operation::Get, { kind, status, std::nullopt, {} }));
+
+        QCOMPARE(device.syncs(3, 1min).result, Result::Done);
+
+        QCOMPARE(m_files->files.size(), 1 + 5);
     }
 
     void partsAreHalvedUntilThereIsRoom()

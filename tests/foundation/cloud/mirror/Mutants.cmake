@@ -29,7 +29,7 @@ function(mirror_mutant name)
     target_include_directories(${test} PRIVATE ${PROJECT_SOURCE_DIR}/src/foundation/cloud/mirror)
     add_test(NAME ${test} COMMAND ${test})
     set_tests_properties(${test} PROPERTIES TIMEOUT 120 PASS_REGULAR_EXPRESSION "does not hold"
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;MIRROR_SEEDS=500")
 endfunction()
 
 mirror_mutant(no_read_back SOURCE Compaction.cpp
@@ -37,7 +37,9 @@ mirror_mutant(no_read_back SOURCE Compaction.cpp
     TO "if (false)")
 mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
     FROM "    if (auto written = writeChecked(folder, *rows); !written)"
-    TO "    if (auto deleted = deleteFiles(inputs); !deleted)
+    TO "    for (const SeenFile& input : inputs)
+        m_joined.push_back(input.key);
+    if (auto deleted = deleteJoined(); !deleted)
         return deleted;
     if (auto written = writeChecked(folder, *rows); !written)")
 mirror_mutant(carrier_although_the_row_changed SOURCE FileExport.cpp
