@@ -7,17 +7,54 @@ if(VEXILO_WARNINGS_AS_ERRORS)
     list(APPEND VEXILO_WARNINGS -Werror)
 endif()
 
-function(vexilo_configure target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE")
-    target_sources(${target} PRIVATE ${arg_SOURCES})
-    target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
-    set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${VEXILO_WARNINGS}")
+# Definitions and sanitizers.
+function(vexilo_flags target)
     target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS
         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER)
     if(VEXILO_SANITIZERS)
         target_compile_options(${target} PRIVATE -fsanitize=${VEXILO_SANITIZERS}
             -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PUBLIC -fsanitize=${VEXILO_SANITIZERS})
+    endif()
+endfunction()
+
+# Headers that most sources include may be precompiled once for all targets, in builds beside one
+# that looks whether every source includes what it needs.
+option(VEXILO_PRECOMPILED_HEADERS "Precompile the headers of libraries" OFF)
+if(VEXILO_PRECOMPILED_HEADERS)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON) # as Qt asks of its users, so that all are alike
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "// Empty.\n")
+    add_library(vexilo_precompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+    # With no more definitions than every target has, or the compiler would not use it.
+    target_include_directories(vexilo_precompiled SYSTEM PRIVATE
+        $<TARGET_PROPERTY:Qt6::Quick,INTERFACE_INCLUDE_DIRECTORIES>)
+    target_compile_options(vexilo_precompiled PRIVATE -Wpedantic)
+    vexilo_flags(vexilo_precompiled)
+    target_precompile_headers(vexilo_precompiled PRIVATE
+        <algorithm> <array> <chrono> <functional> <map> <memory> <optional> <ranges> <set> <span>
+        <string> <utility> <variant> <vector>
+        <QByteArray> <QCoreApplication> <QDateTime> <QDir> <QFile> <QHash> <QList> <QMap> <QObject>
+        <QString> <QStringBuilder> <QStringList> <QTemporaryDir> <QTimer> <QUrl> <QUuid> <QVariant>
+        <QGuiApplication> <QQmlEngine> <QQuickItem>)
+endif()
+
+# A definition of the target's own that changes those headers keeps it from using them.
+function(vexilo_use_precompiled target)
+    get_target_property(definitions ${target} COMPILE_DEFINITIONS)
+    if(NOT QT_NO_CAST_FROM_BYTEARRAY IN_LIST definitions)
+        target_precompile_headers(${target} REUSE_FROM vexilo_precompiled)
+    endif()
+endfunction()
+
+function(vexilo_configure target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE")
+    target_sources(${target} PRIVATE ${arg_SOURCES})
+    target_link_libraries(${target} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${VEXILO_WARNINGS}")
+    vexilo_flags(${target})
+    if(VEXILO_PRECOMPILED_HEADERS)
+        # Later, when all of its definitions are known.
+        cmake_language(EVAL CODE "cmake_language(DEFER CALL vexilo_use_precompiled ${target})")
     endif()
 endfunction()
 
