@@ -21,7 +21,7 @@ private Q_SLOTS:
     void devicesAgreeAndLoseNothingWhateverHappens()
     {
         const quint32 first = numberFrom("MIRROR_SEED", 1);
-        const quint32 count = numberFrom("MIRROR_SEEDS", 500);
+        const quint32 count = numberFrom("MIRROR_SEEDS", 250);
         for (quint32 seed = first; seed < first + count; ++seed) {
             QString claim;
             try {
