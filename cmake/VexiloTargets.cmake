@@ -9,8 +9,9 @@ endif()
 
 # Definitions and sanitizers.
 function(vexilo_flags target)
-    target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS
-        QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER)
+    target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_FROM_BYTEARRAY
+        QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER
+        $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG>) # as all of Qt's users have, so that all are alike
     if(VEXILO_SANITIZERS)
         target_compile_options(${target} PRIVATE -fsanitize=${VEXILO_SANITIZERS}
             -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -18,8 +19,8 @@ function(vexilo_flags target)
     endif()
 endfunction()
 
-# Headers that most sources include may be precompiled once for all targets, in builds beside one
-# that looks whether every source includes what it needs.
+# Headers that most sources include may be precompiled once for all targets. That every source
+# includes what it needs is seen by the linter, and by builds without.
 option(VEXILO_PRECOMPILED_HEADERS "Precompile the headers of libraries" OFF)
 if(VEXILO_PRECOMPILED_HEADERS)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON) # as Qt asks of its users, so that all are alike
@@ -38,14 +39,6 @@ if(VEXILO_PRECOMPILED_HEADERS)
         <QGuiApplication> <QQmlEngine> <QQuickItem>)
 endif()
 
-# A definition of the target's own that changes those headers keeps it from using them.
-function(vexilo_use_precompiled target)
-    get_target_property(definitions ${target} COMPILE_DEFINITIONS)
-    if(NOT QT_NO_CAST_FROM_BYTEARRAY IN_LIST definitions)
-        target_precompile_headers(${target} REUSE_FROM vexilo_precompiled)
-    endif()
-endfunction()
-
 function(vexilo_configure target)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE")
     target_sources(${target} PRIVATE ${arg_SOURCES})
@@ -53,8 +46,7 @@ function(vexilo_configure target)
     set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${VEXILO_WARNINGS}")
     vexilo_flags(${target})
     if(VEXILO_PRECOMPILED_HEADERS)
-        # Later, when all of its definitions are known.
-        cmake_language(EVAL CODE "cmake_language(DEFER CALL vexilo_use_precompiled ${target})")
+        target_precompile_headers(${target} REUSE_FROM vexilo_precompiled)
     endif()
 endfunction()
 

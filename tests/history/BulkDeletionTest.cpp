@@ -293,7 +293,7 @@ private Q_SLOTS:
             const Death noDeath = lines(deletion);
             QVERIFY(!noDeath.aborted);
             const QByteArray said = noDeath.message.mid(noDeath.message.indexOf('|') + 1);
-            QVERIFY2(said.startsWith("StoreError (no store): "), said);
+            QVERIFY2(said.startsWith("StoreError (no store): "), said.constData());
             QCOMPARE(said.count('\n'), 1);
         }
     }

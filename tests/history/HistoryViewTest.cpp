@@ -273,7 +273,7 @@ private Q_SLOTS:
         m_view->setIsEditing(isEditing);
 
         const Death noDeath = deathOf([&] { m_view->pressRow(row); });
-        QVERIFY2(!noDeath.aborted, noDeath.message);
+        QVERIFY2(!noDeath.aborted, noDeath.message.constData());
         m_view->pressRow(row);
 
         QVERIFY(m_view->detail() == nullptr);

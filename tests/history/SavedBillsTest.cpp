@@ -177,7 +177,8 @@ private Q_SLOTS:
         });
 
         QVERIFY(!noDeath.aborted);
-        QVERIFY2(noDeath.message.startsWith("StoreError (no store): "), noDeath.message);
+        QVERIFY2(
+            noDeath.message.startsWith("StoreError (no store): "), noDeath.message.constData());
         QCOMPARE(noDeath.message.count('\n'), 1);
     }
 

@@ -47,7 +47,8 @@ QByteArray request(const SplitInputs& in)
 Split fromAnswer(const QByteArray& line)
 {
     const QList<QByteArray> words = line.split(' ');
-    const auto figure = [&words](int index) { return std::strtod(words.value(index), nullptr); };
+    const auto figure
+        = [&words](int index) { return std::strtod(words.value(index).constData(), nullptr); };
     return { .sumTotal = figure(0),
         .sumTip = figure(1),
         .grandTotal = figure(2),

@@ -295,7 +295,8 @@ private Q_SLOTS:
         const Death death = deathOf([&] { m_view->saveThis(); });
 
         QVERIFY(death.aborted);
-        QVERIFY2(death.message.startsWith("A 32-bit integer cannot hold "), death.message);
+        QVERIFY2(
+            death.message.startsWith("A 32-bit integer cannot hold "), death.message.constData());
         QCOMPARE(stored().size(), std::size_t(0));
     }
 

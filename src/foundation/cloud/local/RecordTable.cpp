@@ -4,8 +4,13 @@ namespace mirror {
 
 namespace {
 
-constexpr auto Columns
-    = "SELECT number, identifier, content, renamed, device, exact, carrier FROM _mirror_record ";
+std::string rowsWhere(const char* condition)
+{
+    std::string sql = "SELECT number, identifier, content, renamed, device, exact, carrier "
+                      "FROM _mirror_record WHERE ";
+    sql += condition;
+    return sql;
+}
 
 MirroredRow rowIn(SQLite::Statement& row)
 {
@@ -27,7 +32,7 @@ MirroredRow rowIn(SQLite::Statement& row)
 
 std::optional<MirroredRow> RecordTable::byIdentifier(const QUuid& identifier)
 {
-    static const std::string sql = std::string(Columns) + "WHERE identifier = ?";
+    static const std::string sql = rowsWhere("identifier = ?");
     Query query(m_scope.connection(), sql);
     const QByteArray bytes = identifier.toRfc4122();
     query->bind(1, bytes.constData(), int(bytes.size()));
@@ -36,7 +41,7 @@ std::optional<MirroredRow> RecordTable::byIdentifier(const QUuid& identifier)
 
 std::optional<MirroredRow> RecordTable::byNumber(qint64 number)
 {
-    static const std::string sql = std::string(Columns) + "WHERE number = ?";
+    static const std::string sql = rowsWhere("number = ?");
     Query query(m_scope.connection(), sql);
     query->bind(1, static_cast<int64_t>(number));
     return query->executeStep() ? std::optional(rowIn(*query)) : std::nullopt;
@@ -45,7 +50,7 @@ std::optional<MirroredRow> RecordTable::byNumber(qint64 number)
 std::vector<MirroredRow> RecordTable::unpublished(qint64 after, std::size_t most)
 {
     static const std::string sql
-        = std::string(Columns) + "WHERE carrier IS NULL AND number > ? ORDER BY number LIMIT ?";
+        = rowsWhere("carrier IS NULL AND number > ? ORDER BY number LIMIT ?");
     Query query(m_scope.connection(), sql);
     query->bind(1, static_cast<int64_t>(after));
     query->bind(2, static_cast<int64_t>(most));

@@ -24,7 +24,9 @@ void writeFile(const QString& name, const QByteArray& bytes)
 void replaceFile(const QString& name, const QByteArray& bytes)
 {
     writeFile(name + QLatin1Char('~'), bytes);
-    if (::rename(QFile::encodeName(name + QLatin1Char('~')), QFile::encodeName(name)) != 0)
+    if (::rename(QFile::encodeName(name + QLatin1Char('~')).constData(),
+            QFile::encodeName(name).constData())
+        != 0)
         qFatal("A file cannot be replaced.");
 }
 

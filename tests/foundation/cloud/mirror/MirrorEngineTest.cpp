@@ -225,8 +225,8 @@ private Q_SLOTS:
         const auto written = requestsIn(writer, [&] { writer.engine.sync(); });
         const auto read = requestsIn(reader, [&] { reader.engine.sync(); });
 
-        QVERIFY2(written <= 20, QByteArray::number(written));
-        QVERIFY2(read <= 20, QByteArray::number(read));
+        QVERIFY2(written <= 20, QByteArray::number(written).constData());
+        QVERIFY2(read <= 20, QByteArray::number(read).constData());
         QCOMPARE(reader.local.data().records.rows.size(), 10'000U);
     }
 
@@ -245,7 +245,7 @@ private Q_SLOTS:
 
         device.engine.sync();
 
-        QVERIFY2(calls < 3 * 1000 + 100, QByteArray::number(calls));
+        QVERIFY2(calls < 3 * 1000 + 100, QByteArray::number(calls).constData());
         QCOMPARE(device.local.data().memory.lastTime, timeAt(1000));
     }
 
