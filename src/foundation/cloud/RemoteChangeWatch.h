@@ -12,7 +12,7 @@ class RemoteChangeWatch : public QObject {
 public:
     /// A frame has sixteen milliseconds, and the merge at most half of it: slices for half of that,
     /// and room for the last one.
-    static constexpr std::size_t ChangesPerSlice = 16;
+    static constexpr std::size_t ChangesPerSlice = 12;
 
     /// The store is open; the coordinator must outlive this.
     RemoteChangeWatch(NSPersistentStoreCoordinator& coordinator, const QString& file);

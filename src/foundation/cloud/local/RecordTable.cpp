@@ -91,6 +91,26 @@ void RecordTable::setCarrier(const QUuid& identifier, qint64 carrier)
     query->exec();
 }
 
+qint64 RecordTable::countUnpublished(qint64 first, qint64 last)
+{
+    Query query(m_scope.connection(),
+        "SELECT count(*) FROM _mirror_record WHERE carrier IS NULL AND number BETWEEN ? AND ?");
+    query->bind(1, static_cast<int64_t>(first));
+    query->bind(2, static_cast<int64_t>(last));
+    query->executeStep();
+    return query->getColumn(0).getInt64();
+}
+
+void RecordTable::setCarriers(qint64 first, qint64 last, qint64 carrier)
+{
+    Query query(m_scope.connection(),
+        "UPDATE _mirror_record SET carrier = ? WHERE carrier IS NULL AND number BETWEEN ? AND ?");
+    query->bind(1, static_cast<int64_t>(carrier));
+    query->bind(2, static_cast<int64_t>(first));
+    query->bind(3, static_cast<int64_t>(last));
+    query->exec();
+}
+
 qint64 RecordTable::carriedBy(qint64 carrier)
 {
     Query query(m_scope.connection(), "SELECT count(*) FROM _mirror_record WHERE carrier = ?");

@@ -33,6 +33,9 @@ public:
     /// In the place of any of that number or identifier.
     void write(const MirroredRow& row);
     void setCarrier(const QUuid& identifier, qint64 carrier);
+    // Of the numbers from the first to the last, those without a carrier.
+    qint64 countUnpublished(qint64 first, qint64 last);
+    void setCarriers(qint64 first, qint64 last, qint64 carrier);
     qint64 carriedBy(qint64 carrier);
     void takeCarrier(qint64 carrier);
     void takeAllCarriers();

@@ -119,6 +119,24 @@ void SqliteRecordShelf::setCarrier(const QUuid& id, const FileKey& file)
     });
 }
 
+void SqliteRecordShelf::setCarriers(std::span<const Record> records, const FileKey& file)
+{
+    if (records.empty())
+        return;
+    m_scope.attempt([&] {
+        const auto first = known(records.front().id);
+        const auto last = known(records.back().id);
+        m_found.reset();
+        if (!first || !last)
+            return;
+        // What cannot be mirrored stands between them, and has no carrier either.
+        if (m_table.countUnpublished(first->number, last->number) == qint64(records.size()))
+            m_table.setCarriers(first->number, last->number, m_files.number(file).value());
+        else
+            LocalShelf::setCarriers(records, file);
+    });
+}
+
 std::vector<Record> SqliteRecordShelf::unpublished(
     const std::optional<QUuid>& after, std::size_t most)
 {

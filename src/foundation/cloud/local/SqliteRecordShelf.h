@@ -24,6 +24,7 @@ public:
     std::optional<Record> find(const QUuid& id) override;
     void store(const Record& record) override;
     void setCarrier(const QUuid& id, const FileKey& file) override;
+    void setCarriers(std::span<const Record> records, const FileKey& file) override;
     std::vector<Record> unpublished(const std::optional<QUuid>& after, std::size_t most) override;
     qint64 carriedBy(const FileKey& file) override;
     std::vector<SeenFile> files(const QString& folder) override;

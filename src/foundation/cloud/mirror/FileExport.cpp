@@ -93,8 +93,13 @@ Outcome<> FileExport<Row>::carry(
         const bool isUnchanged = m_world.local.revision() == revision;
         m_shelf.remember({ part.file, part.content.bytes.size(), SeenFile::State::Understood,
             qint64(part.content.taken) });
-        for (const Row& row : rows.first(part.content.taken)) {
-            if (isUnchanged || m_shelf.find(keyOf(row)) == row)
+        const std::span<const Row> written = rows.first(part.content.taken);
+        if (isUnchanged) {
+            m_shelf.setCarriers(written, part.file);
+            return;
+        }
+        for (const Row& row : written) {
+            if (m_shelf.find(keyOf(row)) == row)
                 m_shelf.setCarrier(keyOf(row), part.file);
         }
     });

@@ -12,12 +12,21 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isLowerHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f'); }
 
+/// Every line of a file has several of these.
+QByteArray digitsOf(quint64 number, unsigned int base, int width)
+{
+    QByteArray text(width, '0');
+    char* const digits = text.data();
+    for (int i = width - 1; i >= 0 && number > 0; --i) {
+        digits[i] = "0123456789abcdef"[number % base];
+        number /= base;
+    }
+    return text;
+}
+
 } // namespace
 
-QByteArray fixedDecimal(qint64 number, int width)
-{
-    return QByteArray::number(number).rightJustified(width, '0');
-}
+QByteArray fixedDecimal(qint64 number, int width) { return digitsOf(quint64(number), 10, width); }
 
 std::optional<qint64> readFixedDecimal(QByteArrayView text, int width)
 {
@@ -26,10 +35,7 @@ std::optional<qint64> readFixedDecimal(QByteArrayView text, int width)
     return text.toLongLong();
 }
 
-QByteArray fixedHex(quint64 number)
-{
-    return QByteArray::number(number, 16).rightJustified(HexDigits, '0');
-}
+QByteArray fixedHex(quint64 number) { return digitsOf(number, 16, HexDigits); }
 
 std::optional<quint64> readFixedHex(QByteArrayView text)
 {

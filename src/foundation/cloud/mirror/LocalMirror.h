@@ -4,6 +4,8 @@
 #include "KeyValue.h"
 #include "MirrorNames.h"
 
+#include <span>
+
 namespace mirror {
 
 /// A file on the server, by the path of its collection, with the slash, and its name.
@@ -56,6 +58,12 @@ public:
     virtual void store(const Row& row) = 0;
     /// That file, which is remembered, carries the row.
     virtual void setCarrier(const Key& key, const FileKey& file) = 0;
+    /// The same for rows that unpublished() gave one after the other, and that are unchanged since.
+    virtual void setCarriers(std::span<const Row> rows, const FileKey& file)
+    {
+        for (const Row& row : rows)
+            setCarrier(keyOf(row), file);
+    }
     /// The first rows without a carrier that stand behind the key, in any lasting order.
     [[nodiscard]] virtual std::vector<Row> unpublished(
         const std::optional<Key>& after, std::size_t most)

@@ -413,6 +413,28 @@ private Q_SLOTS:
         QCOMPARE(second.notes(), words("b"));
     }
 
+    void onlyWhatWasSentIsCarried()
+    {
+        Device device(m_files);
+        for (const QString& title : words("a b c"))
+            device.add(title);
+        {
+            LocalTransaction taking(*device.local); // which makes all three known
+            QVERIFY(taking.commit());
+        }
+        SQLite::Database file(device.folder.file().toStdString(), SQLite::OPEN_READWRITE);
+        file.exec("DELETE FROM Note WHERE title = 'b'");
+
+        QCOMPARE(device.sync().records.rowsPublished, 2);
+
+        QCOMPARE(
+            file.execAndGet("SELECT count(*) FROM _mirror_record WHERE carrier IS NULL").getInt(),
+            1);
+        Device other(m_files);
+        other.sync();
+        QCOMPARE(other.notes(), words("a c"));
+    }
+
     void nothingOfATransactionThatIsUndoneIsLeft()
     {
         Device device(m_files);

@@ -43,7 +43,7 @@ mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
         return deleted;
     if (auto written = writeChecked(folder, *rows); !written)")
 mirror_mutant(carrier_although_the_row_changed SOURCE FileExport.cpp
-    FROM "if (isUnchanged || m_shelf.find(keyOf(row)) == row)"
+    FROM "if (m_shelf.find(keyOf(row)) == row)"
     TO "if (m_shelf.find(keyOf(row)))")
 mirror_mutant(carrier_by_an_old_revision SOURCE FileExport.cpp
     FROM "m_world.local.revision() == revision;"
