@@ -120,7 +120,7 @@ private:
     [[nodiscard]] QString fileName() const
     {
         for (auto file = m_files->files.keyBegin(); file != m_files->files.keyEnd(); ++file) {
-            const QString name = file->section(QLatin1Char('/'), -1);
+            QString name = file->section(QLatin1Char('/'), -1);
             if (name.startsWith(QLatin1String("b1-")))
                 return name;
         }

@@ -405,7 +405,7 @@ private Q_SLOTS:
         first.save(note(1));
         QVERIFY(first.engine.switchOn() && second.engine.switchOn());
         first.engine.sync(); // writes what it will write again if it joins files
-        for (const quint64 writer : { 1, 2, 3, 4 })
+        for (const quint64 writer : { 1U, 2U, 3U, 4U })
             addFile(*m_files, first.epochFolder(),
                 writeRecords(std::array { note(1) }, noteSchema(), { {}, WriterId(writer) }).bytes);
         second.engine.sync();

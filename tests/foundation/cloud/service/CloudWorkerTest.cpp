@@ -274,7 +274,7 @@ private Q_SLOTS:
         QSignalSpy rounds(m_other.get(), &CloudWorker::valuesKnown);
         addAccount();
 
-        QTRY_VERIFY_WITH_TIMEOUT(rounds.size() > 0, longEnough);
+        QTRY_VERIFY_WITH_TIMEOUT(!rounds.isEmpty(), longEnough);
         QCOMPARE(epochs().size(), 1);
         QCOMPARE(namesIn(zone).size(), 1); // no marker
         QTRY_COMPARE(titles(store->viewContext()), QStringList { QStringLiteral("Saved") });
