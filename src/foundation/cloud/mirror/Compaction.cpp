@@ -1,5 +1,6 @@
 #include "Compaction.h"
 
+#include "RetryDelay.h"
 #include "RowFormat.h"
 
 #include <QBuffer>
@@ -14,14 +15,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr qint64 MaxInputBytes = 4 * FileLimits::WrittenBytes; // what is held in memory
-
-std::chrono::milliseconds pauseAfter(int failures)
-{
-    std::chrono::milliseconds pause = 5min;
-    for (int i = 1; i < failures && pause < 24h; ++i)
-        pause *= 2;
-    return std::min<std::chrono::milliseconds>(pause, 24h);
-}
 
 } // namespace
 
@@ -51,7 +44,8 @@ template <class Row> Outcome<> Compaction<Row>::compactWhenDue(const QString& fo
 template <class Row> bool Compaction<Row>::isPaused() const
 {
     const WallTime now = m_world.now();
-    return m_failures > 0 && m_failedAt <= now && now < m_failedAt + pauseAfter(m_failures);
+    return m_failures > 0 && m_failedAt <= now
+        && now < m_failedAt + doubledDelay(5min, 24h, m_failures);
 }
 
 template <class Row> Outcome<> Compaction<Row>::settle(const Outcome<>& attempt)
@@ -79,7 +73,7 @@ template <class Row> Outcome<> Compaction<Row>::deleteJoinedBefore()
         const bool isGone = !download && download.error().kind == FileError::Kind::NotFound;
         if (!download && !isGone)
             return download.error();
-        if (isGone || download->sha256 != FileName::fromText(written.name).value().sha256) {
+        if (isGone || !isAsNamed(*download, written)) {
             m_joined.clear();
             return {};
         }
@@ -173,8 +167,7 @@ auto Compaction<Row>::keysIn(const std::vector<SeenFile>& inputs) -> Outcome<std
         auto reader = RowFormat<Row>::reader(bytes, m_world.schema);
         while (const auto row = reader.next())
             keys.insert(keyOf(*row));
-        if (download->sha256 != FileName::fromText(input.key.name).value().sha256
-            || reader.file().status() != FileStatus::Understood)
+        if (!isAsNamed(*download, input.key) || reader.file().status() != FileStatus::Understood)
             return notUnderstood(QStringLiteral("A file is no longer what it was."));
     }
     return keys;

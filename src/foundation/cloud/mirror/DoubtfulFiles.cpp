@@ -10,8 +10,6 @@ namespace {
 
 constexpr auto LongestAway = std::chrono::hours(1); // several times what anything is put off
 
-const FileError failure { FileError::Kind::Server, 0, std::nullopt, {} };
-
 } // namespace
 
 void DoubtfulFiles::add(const QString& path, std::optional<qint64> size)
@@ -20,8 +18,7 @@ void DoubtfulFiles::add(const QString& path, std::optional<qint64> size)
     doubt.attempts = doubt.size == size ? doubt.attempts + 1 : 1;
     doubt.size = size;
     doubt.since = m_world.now();
-    const double random = double(m_world.random() % 1001) / 1000;
-    doubt.next = doubt.since + retryDelay(failure, doubt.attempts, random).value();
+    doubt.next = doubt.since + delayAfterFailure(doubt.attempts, randomFraction(m_world));
 }
 
 void DoubtfulFiles::keepListed(const QString& folder, const QList<FileEntry>& listing)

@@ -97,7 +97,7 @@ Outcome<> FileImport<Row>::readFrom(
         return {};
     }
     m_doubtful.remove(file.key.path());
-    if (download->sha256 == FileName::fromText(file.key.name).value().sha256)
+    if (isAsNamed(*download, file.key))
         return mergeFile(std::move(file), bytes, carriers);
     file.state = SeenFile::State::Damaged;
     return transact(m_world.local, [&] { m_shelf.remember(file); });

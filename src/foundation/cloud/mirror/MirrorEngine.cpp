@@ -240,7 +240,7 @@ void MirrorEngine::fail(SyncReport& report, const FileError& error)
     m_lastFailure = error.kind;
     report.result = SyncReport::Result::Failed;
     report.error = error;
-    report.comeBack = retryDelay(error, m_failures, double(m_world.random() % 1001) / 1000);
+    report.comeBack = retryDelay(error, m_failures, randomFraction(m_world));
 }
 
 } // namespace mirror

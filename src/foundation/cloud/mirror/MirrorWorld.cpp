@@ -41,6 +41,13 @@ bool isAboutOneFile(const FileError& error)
     }
 }
 
+bool isAsNamed(const Download& download, const FileKey& file)
+{
+    return download.sha256 == FileName::fromText(file.name).value().sha256;
+}
+
+double randomFraction(const MirrorWorld& world) { return double(world.random() % 1001) / 1000; }
+
 std::chrono::milliseconds randomDelay(const MirrorWorld& world, std::chrono::milliseconds limit)
 {
     return std::chrono::milliseconds(world.random() % (quint64(limit.count()) + 1));

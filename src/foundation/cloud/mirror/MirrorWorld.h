@@ -30,6 +30,12 @@ struct MirrorWorld {
 /// may list a folder and not touch one of its files is not refused himself.
 [[nodiscard]] bool isAboutOneFile(const FileError& error);
 
+/// Whether what was fetched of the file is what its name promises.
+[[nodiscard]] bool isAsNamed(const Download& download, const FileKey& file);
+
+/// From 0 to 1.
+[[nodiscard]] double randomFraction(const MirrorWorld& world);
+
 /// Up to the limit, at random, so that devices do not all do the same at once.
 [[nodiscard]] std::chrono::milliseconds randomDelay(
     const MirrorWorld& world, std::chrono::milliseconds limit);

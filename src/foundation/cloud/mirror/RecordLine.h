@@ -9,9 +9,8 @@ namespace mirror {
 [[nodiscard]] QByteArray recordLine(const Record& record);
 
 /// Reads the lines of live records that are exactly as recordLine() writes them, with nothing added
-/// by a newer version: nearly all there are. Nothing for
-/// every other one, so that it agrees with readRecord() wherever it returns something: one record
-/// has one line.
+/// by a newer version: nearly all there are. Nothing for every other one, so that it agrees with
+/// readRecord() wherever it returns something: one record has one line.
 [[nodiscard]] std::optional<Record> readOwnRecordLine(
     QByteArrayView line, const RecordSchema& schema);
 

@@ -12,8 +12,9 @@ using std::chrono::milliseconds;
 constexpr int LockedAttempts = 10;
 constexpr double Spread = 0.2;
 
-/// The first delay, doubled with each further attempt.
-milliseconds doubled(milliseconds first, milliseconds most, int attempt)
+} // namespace
+
+milliseconds doubledDelay(milliseconds first, milliseconds most, int attempt)
 {
     milliseconds delay = first;
     for (int i = 1; i < attempt && delay < most; ++i)
@@ -21,13 +22,11 @@ milliseconds doubled(milliseconds first, milliseconds most, int attempt)
     return std::min(delay, most);
 }
 
-milliseconds afterFailure(int attempt, double random)
+milliseconds delayAfterFailure(int attempt, double random)
 {
-    const auto delay = static_cast<double>(doubled(5s, 15min, attempt).count());
+    const auto delay = static_cast<double>(doubledDelay(5s, 15min, attempt).count());
     return milliseconds(qint64(delay * (1 - Spread + 2 * Spread * random)));
 }
-
-} // namespace
 
 std::optional<milliseconds> retryDelay(const FileError& error, int attempt, double random)
 {
@@ -37,16 +36,16 @@ std::optional<milliseconds> retryDelay(const FileError& error, int attempt, doub
     case FileError::Kind::Cancelled:
         return std::nullopt;
     case FileError::Kind::Locked:
-        return attempt <= LockedAttempts ? doubled(5s, 60s, attempt)
-                                         : afterFailure(attempt - LockedAttempts, random);
+        return attempt <= LockedAttempts ? doubledDelay(5s, 60s, attempt)
+                                         : delayAfterFailure(attempt - LockedAttempts, random);
     case FileError::Kind::Busy:
         if (error.retryAfter) // however long a server puts it, look again within a day
             return milliseconds(std::clamp<std::chrono::seconds>(*error.retryAfter, 1s, 24h));
-        return doubled(1min, 1h, attempt);
+        return doubledDelay(1min, 1h, attempt);
     case FileError::Kind::TooLarge:
         return 1h;
     default:
-        return afterFailure(attempt, random);
+        return delayAfterFailure(attempt, random);
     }
 }
 

@@ -10,4 +10,11 @@ namespace mirror {
 [[nodiscard]] std::optional<std::chrono::milliseconds> retryDelay(
     const FileError& error, int attempt, double random);
 
+/// The first delay, doubled with each further attempt. The attempts are counted from 1.
+[[nodiscard]] std::chrono::milliseconds doubledDelay(
+    std::chrono::milliseconds first, std::chrono::milliseconds most, int attempt);
+
+/// Of a server that fails or cannot be reached; random is from 0 to 1.
+[[nodiscard]] std::chrono::milliseconds delayAfterFailure(int attempt, double random);
+
 } // namespace mirror

@@ -89,9 +89,8 @@ void CloudWorker::onAccountsChanged()
     settle();
     if (m_isUsable)
         m_triggers->syncNow();
-    else if (!m_accounts->problem().isEmpty()
-        && std::exchange(m_told, m_accounts->problem()) != m_told)
-        print(m_told);
+    else if (!m_accounts->problem().isEmpty())
+        tellOnce(m_accounts->problem());
 }
 
 void CloudWorker::askStatus(StatusPromise answer)
@@ -119,7 +118,6 @@ void CloudWorker::switchOn()
     defer([this] {
         m_word = Word::On;
         m_isWordNoted = false;
-        m_isMirrored = true;
         failDeletions(isOnAgain());
         settle();
         m_triggers->syncNow();
@@ -131,7 +129,6 @@ void CloudWorker::switchOff()
     defer([this] {
         m_word = Word::Off;
         m_isWordNoted = false;
-        m_isMirrored = false;
         settle();
         m_triggers->syncNow();
     });
@@ -265,8 +262,6 @@ bool CloudWorker::prepare()
 
 bool CloudWorker::openSession()
 {
-    if (!m_isStarted)
-        return false;
     if (!m_session) {
         auto opened = MirrorSession::open(m_setup, *m_files);
         if (!opened) {

@@ -71,7 +71,7 @@ private:
     std::shared_ptr<Cancellation> m_cancellation;
     CloudSetup m_setup;
     bool m_isStarted = false;
-    bool m_isMirrored = false; // a store is, in this process
+    bool m_isMirrored = false; // a store was, at the start of this process
     bool m_isDecided = false; // whether this start means "on" or "off"
     std::optional<MirrorPhase> m_phaseAtStart; // as first seen
     enum class Word { None, On, Off };

@@ -69,7 +69,7 @@ mirror_mutant(rewritten_file_not_read SOURCE FileImport.cpp
     FROM "(!listed.size || seen.size == listed.size)"
     TO "true")
 mirror_mutant(hash_not_compared SOURCE FileImport.cpp
-    FROM "if (download->sha256 == FileName::fromText(file.key.name).value().sha256)"
+    FROM "if (isAsNamed(*download, file.key))"
     TO "if (true)")
 mirror_mutant(folders_deleted_before_markers SOURCE ZoneDeletion.cpp
     FROM "    if (auto closed = closeEpochs(*zone, *epochs); !closed)"
