@@ -60,7 +60,7 @@ void NSFetchedResultsController::applyExactly(const ObjectChanges& changes)
     const Evaluation evaluation = evaluate(changes);
     if (evaluation.inserted.size() > maxInsertions)
         return startAfresh();
-    removeRows(evaluation);
+    withdrawRows(evaluation);
     for (const NSManagedObjectID& id : evaluation.inserted)
         insertRow(id);
     announceUpdates(evaluation);
@@ -157,7 +157,7 @@ std::optional<qsizetype> NSFetchedResultsController::placeOf(const NSManagedObje
     return first;
 }
 
-void NSFetchedResultsController::removeRows(const Evaluation& evaluation)
+void NSFetchedResultsController::withdrawRows(const Evaluation& evaluation)
 {
     if (evaluation.removed.isEmpty())
         return;

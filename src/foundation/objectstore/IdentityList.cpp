@@ -55,10 +55,7 @@ void IdentityList::remove(qsizetype first, qsizetype count)
     m_gapSize += count;
 }
 
-void IdentityList::replace(qsizetype index, qint64 number)
-{
-    m_numbers[index < m_gapStart ? index : index + m_gapSize] = number;
-}
+void IdentityList::replace(qsizetype index, qint64 number) { *place(index) = number; }
 
 void IdentityList::moveGapTo(qsizetype index)
 {

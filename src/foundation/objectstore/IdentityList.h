@@ -11,10 +11,7 @@
 class IdentityList {
 public:
     [[nodiscard]] qsizetype size() const { return m_capacity - m_gapSize; }
-    [[nodiscard]] qint64 at(qsizetype index) const
-    {
-        return m_numbers[index < m_gapStart ? index : index + m_gapSize];
-    }
+    [[nodiscard]] qint64 at(qsizetype index) const { return *place(index); }
     /// Position of a number, -1 where it is not in the list. Looks at every number.
     [[nodiscard]] qsizetype indexOf(qint64 number) const;
 
@@ -27,6 +24,11 @@ public:
     void replace(qsizetype index, qint64 number);
 
 private:
+    /// Where the number of a position stands in memory.
+    [[nodiscard]] qint64* place(qsizetype index) const
+    {
+        return m_numbers.get() + (index < m_gapStart ? index : index + m_gapSize);
+    }
     void moveGapTo(qsizetype index);
 
     std::unique_ptr<qint64[]> m_numbers;

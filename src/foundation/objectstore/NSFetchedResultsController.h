@@ -66,7 +66,7 @@ private:
     [[nodiscard]] Evaluation evaluate(const ObjectChanges& changes) const;
     void followUpdate(const NSManagedObjectID& id);
     void moveRow(qsizetype from, const NSManagedObject& object);
-    void removeRows(const Evaluation& evaluation);
+    void withdrawRows(const Evaluation& evaluation);
     void removeRuns(const std::vector<std::pair<qsizetype, qsizetype>>& runs);
     void insertRow(const NSManagedObjectID& id);
     void announceUpdates(const Evaluation& evaluation);
