@@ -17,8 +17,11 @@ NSFetchRequest withoutBounds(NSFetchRequest request)
     return request;
 }
 
-std::string rowsSql(const EntityTable& table)
+/// One of so many numbers that a statement serves for any; a record alone is asked for often.
+std::string rowsSql(const EntityTable& table, std::size_t count)
 {
+    if (count == 1)
+        return table.rowSql();
     std::string sql = table.selectSql() + " FROM " + table.name() + " WHERE _id IN (?";
     for (std::size_t i = 1; i < identitiesPerQuery; ++i)
         sql += ", ?";
@@ -110,11 +113,10 @@ Result<void> StoreReader::rows(
 {
     return guarded(m_connection.path(), [&] {
         const EntityTable& table = m_tables->of(entity);
-        const std::string sql = rowsSql(table);
         for (std::size_t first = 0; first < ids.size(); first += identitiesPerQuery) {
-            Query query(m_connection, sql);
-            query->clearBindings(); // unused places stay NULL, which is no identity
             const std::size_t count = std::min(identitiesPerQuery, ids.size() - first);
+            Query query(m_connection, rowsSql(table, count));
+            query->clearBindings(); // unused places stay NULL, which is no identity
             for (std::size_t i = 0; i < count; ++i)
                 query->bind(static_cast<int>(i + 1), static_cast<int64_t>(ids[first + i]));
             while (query->executeStep())
