@@ -18,6 +18,7 @@ bool LocalChanges::follow(std::size_t most)
     auto known = progress();
     if (!known)
         return true;
+    m_origin.reset();
     std::size_t taken = 0;
     while (taken < most) {
         const std::size_t step
@@ -73,25 +74,25 @@ void LocalChanges::write(const Progress& progress)
 std::size_t LocalChanges::scan(Progress& progress, std::size_t most)
 {
     const EntityTable& table = m_store.tables().of(&m_mapping.entity());
-    std::vector<qint64> numbers;
+    std::vector<std::pair<qint64, AttributeValues>> records;
     {
         Query query(m_scope.connection(),
-            "SELECT _id FROM " + table.name() + " WHERE _id > ? ORDER BY _id LIMIT ?");
+            table.selectSql() + " FROM " + table.name()
+                + " WHERE _id > ? AND _id NOT IN (SELECT number FROM _mirror_record) "
+                  "ORDER BY _id LIMIT ?");
         query->bind(1, static_cast<int64_t>(*progress.scanned));
         query->bind(2, static_cast<int64_t>(most));
         while (query->executeStep())
-            numbers.push_back(query->getColumn(0).getInt64());
+            records.emplace_back(query->getColumn(0).getInt64(), table.values(*query));
     }
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    for (const qint64 number : numbers) {
-        if (!m_table.byNumber(number))
-            insert(number, now);
-    }
-    if (numbers.size() < most)
+    for (const auto& [number, values] : records)
+        insert(number, values, now);
+    if (records.size() < most)
         progress.scanned.reset();
     else
-        progress.scanned = numbers.back();
-    return std::max<std::size_t>(numbers.size(), 1); // the end of it is progress, too
+        progress.scanned = records.back().first;
+    return std::max<std::size_t>(records.size(), 1); // the end of it is progress, too
 }
 
 /// Returns how many changes there were; 0 only where there is nothing more.
@@ -124,29 +125,34 @@ void LocalChanges::takeIn(const HistoryRow& row, qint64 number)
         if (known)
             remove(*std::move(known), row.stamp);
     } else if (!known) {
-        insert(number, row.stamp);
+        if (const auto values = m_scope.rows().values(&m_mapping.entity(), number))
+            insert(number, *values, row.stamp);
     } else if (row.kind == PersistentHistoryChangeKind::Update) {
         change(*std::move(known), row.attributes, row.stamp);
     }
 }
 
 /// What cannot be mirrored stays on this device alone.
-void LocalChanges::insert(qint64 number, qint64 stamp)
+void LocalChanges::insert(qint64 number, const AttributeValues& values, qint64 stamp)
 {
-    const NSManagedObjectID id(&m_mapping.entity(), number);
-    const auto values = m_scope.rows().values(id.entity(), number);
-    if (!values || !m_mapping.attributes(*values))
+    if (!m_mapping.isMirrorable(values))
         return;
-    auto identifier = m_store.identifierOf(id);
-    if (!identifier)
-        throw StoreError(identifier.error());
     MirroredRow row;
     row.number = number;
-    row.identifier = *identifier;
+    row.identifier = identifierOf(number);
     row.content = stampFor(stamp);
     row.renamed = row.content;
     row.device = m_memory.memory().device;
     m_table.write(row);
+}
+
+QUuid LocalChanges::identifierOf(qint64 number)
+{
+    const NSEntityDescription* entity = &m_mapping.entity();
+    if (!m_origin || !m_origin->has(number))
+        m_origin = originOf(
+            m_scope.connection(), NSManagedObjectID(entity, number), m_store.tables().of(entity));
+    return m_origin->identifierOf(number);
 }
 
 void LocalChanges::change(MirroredRow row, quint64 attributes, qint64 stamp)

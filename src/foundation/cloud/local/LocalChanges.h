@@ -3,6 +3,7 @@
 #include "MemoryTable.h"
 #include "RecordMapping.h"
 #include "RecordTable.h"
+#include "sqlite/RecordOrigin.h"
 
 class SqliteStore;
 
@@ -46,7 +47,8 @@ private:
     std::size_t scan(Progress& progress, std::size_t most);
     std::size_t takeIn(Progress& progress, std::size_t most);
     void takeIn(const HistoryRow& row, qint64 number);
-    void insert(qint64 number, qint64 stamp);
+    void insert(qint64 number, const AttributeValues& values, qint64 stamp);
+    QUuid identifierOf(qint64 number);
     void change(MirroredRow row, quint64 attributes, qint64 stamp);
     void remove(MirroredRow row, qint64 stamp);
     HybridTime stampFor(qint64 milliseconds);
@@ -56,6 +58,7 @@ private:
     const RecordMapping& m_mapping;
     MemoryTable& m_memory;
     RecordTable m_table;
+    std::optional<RecordOrigin> m_origin; ///< of this transaction alone
 };
 
 } // namespace mirror

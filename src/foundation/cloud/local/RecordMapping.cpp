@@ -72,7 +72,18 @@ RecordMapping::RecordMapping(
 {
 }
 
+bool RecordMapping::isMirrorable(const AttributeValues& values) const
+{
+    return Attributes::existOf(others(values), m_schema);
+}
+
 std::optional<Attributes> RecordMapping::attributes(const AttributeValues& values) const
+{
+    return Attributes::of(others(values), m_schema);
+}
+
+/// All but the renamable one.
+Values RecordMapping::others(const AttributeValues& values) const
 {
     Values others;
     others.reserve(m_schema.attributes().size());
@@ -80,7 +91,7 @@ std::optional<Attributes> RecordMapping::attributes(const AttributeValues& value
         if (i != m_renamable)
             others.push_back(mirrored(values[i]));
     }
-    return Attributes::of(std::move(others), m_schema);
+    return others;
 }
 
 std::optional<Text> RecordMapping::text(const AttributeValues& values) const

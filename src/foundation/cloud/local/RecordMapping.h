@@ -18,6 +18,8 @@ public:
     /// The position of the text that can be changed, as a set of bits.
     [[nodiscard]] quint64 renamable() const { return quint64(1) << m_renamable; }
 
+    /// Whether attributes() gives some.
+    [[nodiscard]] bool isMirrorable(const AttributeValues& values) const;
     /// Nothing where a value cannot be mirrored, such as a number without end.
     [[nodiscard]] std::optional<Attributes> attributes(const AttributeValues& values) const;
     [[nodiscard]] std::optional<Text> text(const AttributeValues& values) const;
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] AttributeValues merged(AttributeValues values, const LiveRecord& live) const;
 
 private:
+    [[nodiscard]] Values others(const AttributeValues& values) const;
+
     const NSEntityDescription& m_entity;
     std::size_t m_renamable;
     RecordSchema m_schema;

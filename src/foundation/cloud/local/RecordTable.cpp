@@ -12,19 +12,21 @@ std::string rowsWhere(const char* condition)
     return sql;
 }
 
-MirroredRow rowIn(SQLite::Statement& row)
+/// `first` is the place of its first column.
+MirroredRow rowIn(SQLite::Statement& row, int first = 0)
 {
+    const auto column = [&](int place) { return row.getColumn(first + place); };
     MirroredRow result;
-    result.number = row.getColumn(0).getInt64();
+    result.number = column(0).getInt64();
     result.identifier = QUuid::fromRfc4122(
-        { static_cast<const char*>(row.getColumn(1).getBlob()), row.getColumn(1).getBytes() });
-    result.content = unpacked(row.getColumn(2).getInt64());
-    if (!row.getColumn(3).isNull())
-        result.renamed = unpacked(row.getColumn(3).getInt64());
-    result.device = DeviceId(row.getColumn(4).getInt64());
-    result.exact = QByteArray(row.getColumn(5).getText(), row.getColumn(5).getBytes());
-    if (!row.getColumn(6).isNull())
-        result.carrier = row.getColumn(6).getInt64();
+        { static_cast<const char*>(column(1).getBlob()), column(1).getBytes() });
+    result.content = unpacked(column(2).getInt64());
+    if (!column(3).isNull())
+        result.renamed = unpacked(column(3).getInt64());
+    result.device = DeviceId(column(4).getInt64());
+    result.exact = QByteArray(column(5).getText(), column(5).getBytes());
+    if (!column(6).isNull())
+        result.carrier = column(6).getInt64();
     return result;
 }
 
@@ -47,17 +49,27 @@ std::optional<MirroredRow> RecordTable::byNumber(qint64 number)
     return query->executeStep() ? std::optional(rowIn(*query)) : std::nullopt;
 }
 
-std::vector<MirroredRow> RecordTable::unpublished(qint64 after, std::size_t most)
+std::vector<MirroredRecord> RecordTable::unpublished(
+    const EntityTable& records, qint64 after, std::size_t most)
 {
-    static const std::string sql
-        = rowsWhere("carrier IS NULL AND number > ? ORDER BY number LIMIT ?");
-    Query query(m_scope.connection(), sql);
+    Query query(m_scope.connection(),
+        records.selectSql()
+            + ", mirrored.number, mirrored.identifier, mirrored.content, mirrored.renamed, "
+              "mirrored.device, mirrored.exact, mirrored.carrier "
+              "FROM _mirror_record AS mirrored LEFT JOIN "
+            + records.name()
+            + " ON _id = mirrored.number WHERE mirrored.carrier IS NULL AND mirrored.number > ? "
+              "ORDER BY mirrored.number LIMIT ?");
     query->bind(1, static_cast<int64_t>(after));
     query->bind(2, static_cast<int64_t>(most));
-    std::vector<MirroredRow> rows;
-    while (query->executeStep())
-        rows.push_back(rowIn(*query));
-    return rows;
+    std::vector<MirroredRecord> found;
+    while (query->executeStep()) {
+        MirroredRecord& each = found.emplace_back();
+        each.row = rowIn(*query, query->getColumnCount() - 7);
+        if (!query->getColumn(0).isNull())
+            each.values = records.values(*query);
+    }
+    return found;
 }
 
 void RecordTable::write(const MirroredRow& row)

@@ -18,6 +18,11 @@ struct MirroredRow {
     [[nodiscard]] bool isLive() const { return renamed.has_value(); }
 };
 
+struct MirroredRecord {
+    MirroredRow row;
+    std::optional<AttributeValues> values; ///< nothing where the record is not here
+};
+
 /// The mirrored records. All throws SQLite::Exception.
 class RecordTable {
 public:
@@ -28,8 +33,10 @@ public:
 
     std::optional<MirroredRow> byIdentifier(const QUuid& identifier);
     std::optional<MirroredRow> byNumber(qint64 number);
-    /// Those without a carrier behind that number, in the order of their numbers.
-    std::vector<MirroredRow> unpublished(qint64 after, std::size_t most);
+    /// Those without a carrier behind that number, in the order of their numbers, with the values
+    /// of those records that are in the table.
+    std::vector<MirroredRecord> unpublished(
+        const EntityTable& records, qint64 after, std::size_t most);
     /// In the place of any of that number or identifier.
     void write(const MirroredRow& row);
     void setCarrier(const QUuid& identifier, qint64 carrier);

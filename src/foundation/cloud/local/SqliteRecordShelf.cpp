@@ -20,27 +20,29 @@ std::optional<Record> SqliteRecordShelf::find(const QUuid& id)
 {
     return m_scope.attempt([&]() -> std::optional<Record> {
         const auto row = known(id);
-        return row ? recordOf(*row) : std::nullopt;
+        if (!row)
+            return std::nullopt;
+        return recordOf(*row, m_scope.rows().values(&m_mapping.entity(), row->number));
     });
 }
 
 std::optional<MirroredRow> SqliteRecordShelf::known(const QUuid& id)
 {
     flush();
-    if (!m_found || m_found->identifier != id)
-        m_found = m_table.byIdentifier(id);
-    return m_found;
+    if (!m_lookup || m_lookup->id != id)
+        m_lookup = Lookup { id, m_table.byIdentifier(id) };
+    return m_lookup->row;
 }
 
 /// Nothing for a live one that is not here though nobody deleted it: then it is as if it had never
 /// come, and comes again.
-std::optional<Record> SqliteRecordShelf::recordOf(const MirroredRow& row)
+std::optional<Record> SqliteRecordShelf::recordOf(
+    const MirroredRow& row, const std::optional<AttributeValues>& values) const
 {
     if (!row.exact.isEmpty())
         return readRecordLine(row.exact, m_mapping.schema());
     if (!row.isLive())
         return Record { row.identifier, DeadRecord { row.content, {} } };
-    const auto values = m_scope.rows().values(&m_mapping.entity(), row.number);
     auto attributes = values ? m_mapping.attributes(*values) : std::nullopt;
     if (!attributes)
         return std::nullopt;
@@ -70,7 +72,7 @@ void SqliteRecordShelf::write(const Record& record)
     }
     if (!isSaidByRows(record))
         row.exact = recordLine(record);
-    m_found = row;
+    m_lookup = Lookup { record.id, row };
     m_unwritten = std::move(row);
 }
 
@@ -114,7 +116,7 @@ void SqliteRecordShelf::setCarrier(const QUuid& id, const FileKey& file)
             return;
         }
         flush();
-        m_found.reset();
+        m_lookup.reset();
         m_table.setCarrier(id, carrier);
     });
 }
@@ -126,7 +128,7 @@ void SqliteRecordShelf::setCarriers(std::span<const Record> records, const FileK
     m_scope.attempt([&] {
         const auto first = known(records.front().id);
         const auto last = known(records.back().id);
-        m_found.reset();
+        m_lookup.reset();
         if (!first || !last)
             return;
         // What cannot be mirrored stands between them, and has no carrier either.
@@ -142,18 +144,19 @@ std::vector<Record> SqliteRecordShelf::unpublished(
 {
     return m_scope.attempt([&] {
         flush();
+        const EntityTable& entityTable = m_scope.rows().tables().of(&m_mapping.entity());
         qint64 last = std::numeric_limits<qint64>::min();
         if (const auto row = after ? m_table.byIdentifier(*after) : std::nullopt)
             last = row->number;
         std::vector<Record> records;
         while (records.empty()) { // what cannot be mirrored must not look like the end
-            const auto rows = m_table.unpublished(last, most);
-            if (rows.empty())
+            const auto found = m_table.unpublished(entityTable, last, most);
+            if (found.empty())
                 break;
-            last = rows.back().number;
-            records.reserve(rows.size());
-            for (const MirroredRow& row : rows) {
-                if (auto record = recordOf(row))
+            last = found.back().row.number;
+            records.reserve(found.size());
+            for (const auto& [row, values] : found) {
+                if (auto record = recordOf(row, values))
                     records.push_back(*std::move(record));
             }
         }
@@ -184,7 +187,7 @@ void SqliteRecordShelf::forget(const FileKey& file)
 {
     m_scope.attempt([&] {
         flush();
-        m_found.reset();
+        m_lookup.reset();
         if (const auto carrier = m_files.number(file))
             m_table.takeCarrier(*carrier);
         m_files.forget(file);
@@ -195,7 +198,7 @@ void SqliteRecordShelf::forgetAll()
 {
     m_scope.attempt([&] {
         flush();
-        m_found.reset();
+        m_lookup.reset();
         m_table.takeAllCarriers();
         m_files.forgetAll();
     });
@@ -210,7 +213,7 @@ void SqliteRecordShelf::flush()
 
 void SqliteRecordShelf::reset()
 {
-    m_found.reset();
+    m_lookup.reset();
     m_unwritten.reset();
     m_files.forgetNumbers();
 }

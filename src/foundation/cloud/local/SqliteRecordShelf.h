@@ -39,7 +39,8 @@ public:
 
 private:
     std::optional<MirroredRow> known(const QUuid& id);
-    std::optional<Record> recordOf(const MirroredRow& row);
+    std::optional<Record> recordOf(
+        const MirroredRow& row, const std::optional<AttributeValues>& values) const;
     void write(const Record& record);
     qint64 writeLive(const std::optional<MirroredRow>& before, const LiveRecord& live);
     qint64 writeDead(const std::optional<MirroredRow>& before);
@@ -50,7 +51,11 @@ private:
     FileTable m_files;
     // Of a merge's three steps - find, store, set the carrier - the first reads the row and the
     // last one writes it, once.
-    std::optional<MirroredRow> m_found;
+    struct Lookup {
+        QUuid id;
+        std::optional<MirroredRow> row; ///< nothing where there is none
+    };
+    std::optional<Lookup> m_lookup;
     std::optional<MirroredRow> m_unwritten;
 };
 

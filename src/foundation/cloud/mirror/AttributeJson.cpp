@@ -1,5 +1,7 @@
 #include "AttributeJson.h"
 
+#include "LineFields.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -25,43 +27,25 @@ template <class Number> void appendNumber(QByteArray& json, Number value)
     json.append(digits.data(), end - digits.data());
 }
 
-bool append(QByteArray& json, std::monostate, AttributeKind kind)
-{
-    json += "null";
-    return isNullable(kind);
-}
+void append(QByteArray& json, std::monostate) { json += "null"; }
 
-bool append(QByteArray& json, bool value, AttributeKind kind)
-{
-    json += value ? "true" : "false";
-    return kind == AttributeKind::Boolean;
-}
+void append(QByteArray& json, bool value) { json += value ? "true" : "false"; }
 
-bool append(QByteArray& json, qint32 value, AttributeKind kind)
-{
-    appendNumber(json, value);
-    return kind == AttributeKind::Integer32;
-}
+void append(QByteArray& json, qint32 value) { appendNumber(json, value); }
 
-bool append(QByteArray& json, double value, AttributeKind kind)
+void append(QByteArray& json, double value)
 {
     json += '"';
     appendNumber(json, value);
     json += '"';
-    return kind == AttributeKind::Double && std::isfinite(value);
 }
 
-bool append(QByteArray& json, WallTime value, AttributeKind kind)
+void append(QByteArray& json, WallTime value)
 {
     appendNumber(json, qint64(value.time_since_epoch().count()));
-    return kind == AttributeKind::Date && isInRange(value);
 }
 
-bool append(QByteArray& json, const Text& value, AttributeKind kind)
-{
-    json += quotedJson(value.utf8());
-    return kind == AttributeKind::Text;
-}
+void append(QByteArray& json, const Text& value) { json += quotedJson(value.utf8()); }
 
 /// What std::from_chars takes besides decimals begins with a letter: infinities, and what is no
 /// number.
@@ -118,9 +102,37 @@ JsonValue::Kind jsonKind(AttributeKind kind)
 
 } // namespace
 
-bool appendAttribute(QByteArray& json, const Value& value, AttributeKind kind)
+bool isMirrorable(const Value& value, AttributeKind kind)
 {
-    return std::visit([&](const auto& content) { return append(json, content, kind); }, value);
+    if (std::holds_alternative<std::monostate>(value))
+        return isNullable(kind);
+    switch (kind) {
+    case AttributeKind::Boolean:
+        return std::holds_alternative<bool>(value);
+    case AttributeKind::Integer32:
+        return std::holds_alternative<qint32>(value);
+    case AttributeKind::Double: {
+        const auto* number = std::get_if<double>(&value);
+        return number != nullptr && std::isfinite(*number);
+    }
+    case AttributeKind::Date: {
+        const auto* date = std::get_if<WallTime>(&value);
+        return date != nullptr && isInRange(*date);
+    }
+    case AttributeKind::Text:
+        return std::holds_alternative<Text>(value);
+    }
+    return false;
+}
+
+void appendAttribute(QByteArray& json, const Value& value)
+{
+    std::visit([&](const auto& content) { append(json, content); }, value);
+}
+
+qsizetype mostBytes(AttributeKind kind)
+{
+    return kind == AttributeKind::Text ? MaxQuotedTextBytes : MaxNumberBytes;
 }
 
 std::optional<Value> attributeValue(const JsonValue& json, AttributeKind kind)

@@ -5,10 +5,16 @@
 
 namespace mirror {
 
-/// Appends the JSON text of a value. A double is a string in the shortest decimal that reads back
-/// bit for bit, a date an integer of milliseconds since 1970 UTC. False for a double that is
-/// infinite or no number, a date out of range, and a value that is not of the kind.
-[[nodiscard]] bool appendAttribute(QByteArray& json, const Value& value, AttributeKind kind);
+/// Whether the value is of the kind and can be mirrored: not a double that is infinite or no
+/// number, nor a date out of range.
+[[nodiscard]] bool isMirrorable(const Value& value, AttributeKind kind);
+
+/// Appends the JSON text of a mirrorable value. A double is a string in the shortest decimal that
+/// reads back bit for bit, a date an integer of milliseconds since 1970 UTC.
+void appendAttribute(QByteArray& json, const Value& value);
+
+/// The most bytes that the JSON text of a value has.
+[[nodiscard]] qsizetype mostBytes(AttributeKind kind);
 
 /// Reads what appendAttribute() writes, and other decimals of a finite double as well; nothing
 /// where the JSON value has another form or is out of range.

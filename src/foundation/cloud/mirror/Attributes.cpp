@@ -23,13 +23,28 @@ void appendComma(QByteArray& text)
         text += ',';
 }
 
+bool areMirrorable(const Values& values, const RecordSchema& schema)
+{
+    return std::ranges::equal(
+        values, schema.attributes(), &isMirrorable, {}, &SchemaAttribute::kind);
+}
+
+/// Whether any mirrorable values fit, so that a text need not be made to see it.
+bool alwaysFit(const RecordSchema& schema)
+{
+    qsizetype bytes = 2;
+    for (const RecordSchema::Member& member : schema.members())
+        bytes += 1 + member.opening.size() + mostBytes(schema.attributes()[member.attribute].kind);
+    return bytes <= Attributes::MaxBytes;
+}
+
 /// Nothing where a value is not of its attribute's kind or cannot be mirrored, or where that is
 /// more than fits.
 std::optional<QByteArray> canonicalText(
     const Values& values, const RecordSchema& schema, std::vector<UnknownMember> unknown)
 {
     const std::vector<SchemaAttribute>& attributes = schema.attributes();
-    if (values.size() != attributes.size())
+    if (!areMirrorable(values, schema))
         return std::nullopt;
     std::ranges::sort(unknown, {}, &UnknownMember::name);
     QByteArray text;
@@ -47,8 +62,7 @@ std::optional<QByteArray> canonicalText(
         appendUnknown([&](const QByteArray& name) { return name < attribute.name; });
         appendComma(text);
         text += member.opening;
-        if (!appendAttribute(text, values[member.attribute], attribute.kind))
-            return std::nullopt;
+        appendAttribute(text, values[member.attribute]);
     }
     appendUnknown([](const QByteArray&) { return true; });
     text += '}';
@@ -90,6 +104,13 @@ Attributes::Attributes(QByteArray text, bool hasMore, Values values, const Recor
     , m_schema(&schema)
     , m_values(std::make_shared<const Values>(std::move(values)))
 {
+}
+
+bool Attributes::existOf(const Values& values, const RecordSchema& schema)
+{
+    if (alwaysFit(schema))
+        return areMirrorable(values, schema);
+    return canonicalText(values, schema, {}).has_value();
 }
 
 std::optional<Attributes> Attributes::of(Values values, const RecordSchema& schema)

@@ -14,9 +14,11 @@ class Attributes {
 public:
     static constexpr qsizetype MaxBytes = qsizetype(16) * 1024; ///< of the text
 
-    /// Nothing where a value is not of its attribute's kind, cannot be mirrored (a double that is
-    /// infinite or no number, a date out of range), or where there is more than fits.
-    /// The schema must outlive them, here and below.
+    /// Whether there are attributes of these values: not where one is not of its attribute's kind,
+    /// cannot be mirrored (a double that is infinite or no number, a date out of range), or where
+    /// there is more than fits.
+    [[nodiscard]] static bool existOf(const Values& values, const RecordSchema& schema);
+    /// Nothing where there are none. The schema must outlive them, here and below.
     [[nodiscard]] static std::optional<Attributes> of(Values values, const RecordSchema& schema);
 
     /// Nothing where the object lacks an attribute of the schema, has one of another form or the

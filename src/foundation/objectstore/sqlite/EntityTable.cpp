@@ -47,12 +47,14 @@ EntityTable::EntityTable(
 {
     std::string columns = "_id, _version";
     std::string places = "?, ?";
+    std::string qualified = m_name + "._id, " + m_name + "._version";
     for (int i = 0; i < entity.attributeCount(); ++i) {
         columns += ", " + column(i);
         places += ", ?";
+        qualified += ", " + m_name + '.' + column(i);
     }
     m_insertSql = "INSERT INTO " + m_name + " (" + columns + ") VALUES (" + places + ")";
-    m_selectSql = "SELECT " + columns;
+    m_selectSql = "SELECT " + qualified;
     m_rowSql = m_selectSql + " FROM " + m_name + " WHERE _id = ?";
 }
 

@@ -15,6 +15,8 @@ public:
     {
     }
 
+    [[nodiscard]] const EntityTables& tables() const { return m_tables; }
+
     // All throw SQLite::Exception, and StoreError for an entity that the model lacks.
 
     /// A new record; returns its identity.

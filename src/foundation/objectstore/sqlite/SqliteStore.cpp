@@ -1,5 +1,7 @@
 #include "SqliteStore.h"
 
+#include "RecordOrigin.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -171,22 +173,6 @@ Result<bool> SqliteStore::wasChangedElsewhere()
 Result<QUuid> SqliteStore::identifierOf(const NSManagedObjectID& id)
 {
     return guarded(m_settings.path, [&] {
-        Query query(m_connection,
-            "SELECT identifier FROM _store_origin WHERE entity = ? AND first <= ? "
-            "ORDER BY first DESC LIMIT 1");
-        query->bind(1, m_tables->of(id.entity()).number());
-        query->bind(2, static_cast<int64_t>(id.number()));
-        if (!query->executeStep())
-            throw StoreError { StoreError::Code::ObjectMissing,
-                QStringLiteral("%1 was never saved.").arg(id.toString()), {} };
-        const auto high = static_cast<quint64>(query->getColumn(0).getInt64());
-        const auto low = static_cast<quint64>(id.number());
-        const auto byteOf
-            = [](quint64 bits, int index) { return static_cast<uchar>(bits >> (56 - 8 * index)); };
-        // The form of a custom identifier (RFC 9562, version 8), with 58 of the 64 random bits.
-        return QUuid(static_cast<uint>(high >> 32), static_cast<ushort>(high >> 16),
-            static_cast<ushort>((high & 0x0fff) | 0x8000),
-            static_cast<uchar>((byteOf(low, 0) & 0x3f) | 0x80), byteOf(low, 1), byteOf(low, 2),
-            byteOf(low, 3), byteOf(low, 4), byteOf(low, 5), byteOf(low, 6), byteOf(low, 7));
+        return originOf(m_connection, id, m_tables->of(id.entity())).identifierOf(id.number());
     });
 }

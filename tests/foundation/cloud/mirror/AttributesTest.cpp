@@ -160,6 +160,10 @@ private Q_SLOTS:
         values[std::size_t(index)] = value;
 
         QVERIFY(!Attributes::of(values, noteSchema()));
+        QVERIFY(!Attributes::existOf(values, noteSchema()));
+        const RecordSchema alone(
+            "notes", "title", { noteSchema().attributes()[std::size_t(index)] });
+        QVERIFY(!Attributes::existOf({ value }, alone));
     }
 
     void tooFewOrTooManyValuesAreRefused()
@@ -167,9 +171,11 @@ private Q_SLOTS:
         Values values = valuesOf({});
         values.pop_back();
         QVERIFY(!Attributes::of(values, noteSchema()));
+        QVERIFY(!Attributes::existOf(values, noteSchema()));
 
         values.resize(6);
         QVERIFY(!Attributes::of(values, noteSchema()));
+        QVERIFY(!Attributes::existOf(values, noteSchema()));
     }
 
     void datesUpToTheLimitsComeBack()
@@ -275,6 +281,25 @@ private Q_SLOTS:
 
         QCOMPARE(read(filled(room)).value().text().size(), Attributes::MaxBytes);
         QVERIFY(!read(filled(room + 1)));
+    }
+
+    void attributesExistOfWhateverCanBeMirroredAndFits()
+    {
+        QVERIFY(Attributes::existOf(valuesOf({}), noteSchema()));
+        const RecordSchema numbers(
+            "notes", "title", { { "amount", mirror::AttributeKind::Double } });
+        QVERIFY(Attributes::existOf({ Value(1.5) }, numbers));
+        std::vector<mirror::SchemaAttribute> texts;
+        for (char name = 'a'; name < 'f'; ++name)
+            texts.push_back({ QByteArray(1, name), mirror::AttributeKind::Text });
+        const RecordSchema manyTexts("notes", "title", texts);
+        Values values(texts.size());
+        QVERIFY(Attributes::existOf(values, manyTexts));
+
+        std::ranges::fill(values, Value(Text::of(QString(4000, u'x'))));
+
+        QVERIFY(!Attributes::of(values, manyTexts));
+        QVERIFY(!Attributes::existOf(values, manyTexts));
     }
 
     void anotherSchemaDoesNotReadWhatItDoesNotKnow()
