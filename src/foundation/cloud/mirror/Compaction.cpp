@@ -22,8 +22,12 @@ template <class Row> Outcome<> Compaction<Row>::compactWhenDue(const QString& fo
 {
     if (isPaused())
         return {};
-    if (!m_joined.empty())
-        return settle(deleteJoinedBefore());
+    if (!m_joined.empty()) {
+        auto deleted = settle(deleteJoinedBefore());
+        if (deleted)
+            giveUpJoined();
+        return deleted;
+    }
     const std::vector<SeenFile> inputs = filesToCompact(folder);
     if (inputs.empty()) {
         m_due.reset();
@@ -86,8 +90,10 @@ template <class Row> std::vector<SeenFile> Compaction<Row>::filesToCompact(const
 {
     LocalTransaction reading(m_world.local);
     std::vector<SeenFile> files = m_shelf.files(folder);
-    std::erase_if(files, [](const SeenFile& file) {
-        return file.state != SeenFile::State::Understood || !file.size;
+    // What an attempt stored would make other inputs of the same, and so another file each time.
+    std::erase_if(files, [this](const SeenFile& file) {
+        return file.state != SeenFile::State::Understood || !file.size
+            || m_attempted.contains(file.key.path()) || m_undeletable.contains(file.key.path());
     });
     qint64 bytes = 0;
     qint64 lines = 0;
@@ -134,8 +140,8 @@ Outcome<> Compaction<Row>::compact(const QString& folder, const std::vector<Seen
     m_written.clear();
     if (auto written = writeChecked(folder, *rows); !written)
         return written;
-    for (const SeenFile& input : inputs)
-        m_joined.push_back(input.key);
+    m_attempted.clear();
+    m_joined = inputs;
     return deleteJoined();
 }
 
@@ -196,6 +202,7 @@ Outcome<> Compaction<Row>::writeChecked(const QString& folder, std::span<const R
         if (!part)
             return part.error();
         const QString path = part->file.path();
+        m_attempted.insert(path);
         if (auto stored = m_world.files.put(path, part->content.bytes); !stored)
             return stored;
         QBuffer copy;
@@ -213,21 +220,44 @@ Outcome<> Compaction<Row>::writeChecked(const QString& folder, std::span<const R
     return {};
 }
 
-/// Forgotten first: nothing may be believed to stand in a file that is about to go.
+/// One that the server keeps does not keep the others.
 template <class Row> Outcome<> Compaction<Row>::deleteJoined()
 {
+    Outcome<> result;
+    std::vector<SeenFile> kept;
     while (!m_joined.empty()) {
-        const FileKey& file = m_joined.back();
-        auto forgotten = transact(m_world.local, [&] { m_shelf.forget(file); });
-        if (!forgotten)
-            return forgotten;
-        auto removed = m_world.files.remove(file.path(), Trash::Skip);
-        if (!removed && removed.error().kind != FileError::Kind::NotFound)
-            return removed;
-        ++m_filesDeleted;
+        if (auto deleted = deleteFile(m_joined.back()); !deleted) {
+            result = deleted;
+            if (!isAboutOneFile(deleted.error()))
+                break;
+            kept.push_back(m_joined.back());
+        }
         m_joined.pop_back();
     }
+    m_joined.insert(m_joined.end(), kept.begin(), kept.end());
+    return result;
+}
+
+/// Forgotten first: nothing may be believed to stand in a file that is about to go. One that stays
+/// is known again, so that it is not read as if it were new.
+template <class Row> Outcome<> Compaction<Row>::deleteFile(const SeenFile& file)
+{
+    auto forgotten = transact(m_world.local, [&] { m_shelf.forget(file.key); });
+    if (!forgotten)
+        return forgotten;
+    auto removed = m_world.files.remove(file.key.path(), Trash::Skip);
+    if (!removed && removed.error().kind != FileError::Kind::NotFound) {
+        auto remembered = transact(m_world.local, [&] { m_shelf.remember(file); });
+        return remembered ? removed : remembered;
+    }
+    ++m_filesDeleted;
     return {};
+}
+
+template <class Row> void Compaction<Row>::giveUpJoined()
+{
+    for (const SeenFile& file : std::exchange(m_joined, {}))
+        m_undeletable.insert(file.key.path());
 }
 
 template class Compaction<Record>;

@@ -57,6 +57,8 @@ private:
     [[nodiscard]] bool isPaused() const;
     Outcome<> deleteJoinedBefore();
     Outcome<> deleteJoined();
+    Outcome<> deleteFile(const SeenFile& file);
+    void giveUpJoined();
     Outcome<> settle(const Outcome<>& attempt);
 
     MirrorWorld& m_world;
@@ -66,8 +68,10 @@ private:
     std::optional<WallTime> m_due;
     std::set<QString> m_inputs; // of the last attempt, by path
     WriterId m_writer {}; // of what is written for them
-    std::vector<FileKey> m_written; // what was read back of them
-    std::vector<FileKey> m_joined; // that stand in those, and are to be deleted
+    std::set<QString> m_attempted; // what was stored by attempts since the last that was ended
+    std::vector<FileKey> m_written; // what was read back of the last attempt
+    std::vector<SeenFile> m_joined; // that stand in those, and are to be deleted
+    std::set<QString> m_undeletable; // what the server keeps; left to the next start
     int m_failures = 0; // in a row
     WallTime m_failedAt;
     int m_filesDeleted = 0;

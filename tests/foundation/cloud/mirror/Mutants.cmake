@@ -37,8 +37,7 @@ mirror_mutant(no_read_back SOURCE Compaction.cpp
     TO "if (false)")
 mirror_mutant(old_files_deleted_first SOURCE Compaction.cpp
     FROM "    if (auto written = writeChecked(folder, *rows); !written)"
-    TO "    for (const SeenFile& input : inputs)
-        m_joined.push_back(input.key);
+    TO "    m_joined = inputs;
     if (auto deleted = deleteJoined(); !deleted)
         return deleted;
     if (auto written = writeChecked(folder, *rows); !written)")

@@ -293,8 +293,76 @@ private Q_SLOTS:
 
         QCOMPARE(m_files->files.size(), 1 + 5 + 1); // the README, the files, and what they say
         device.store.setFaults({});
-        device.syncs(2, 25h);
+        QCOMPARE(device.syncs(3, 25h).records.rowsPublished, 0);
+        MirrorEngine nextStart = device.engineFor(QStringLiteral("someone"));
+        for (int i = 0; i < 3; ++i) {
+            nextStart.sync();
+            device.now += 10min;
+        }
         QCOMPARE(m_files->files.size(), 1 + 1);
+    }
+
+    void whatIsDeletedLateIsNotPublishedAgain()
+    {
+        EngineDevice device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        device.store.setFaults(
+            refusing(Operation::Remove, { FileError::Kind::Locked, 423, std::nullopt, {} }));
+        device.syncs(2, 1min);
+        QCOMPARE(m_files->files.size(), 1 + 5 + 1);
+        device.store.setFaults({});
+
+        QCOMPARE(device.syncs(4, 10min).records.rowsPublished, 0);
+
+        QCOMPARE(m_files->files.size(), 1 + 1);
+    }
+
+    void aFileThatCannotBeDeletedKeepsNoOther()
+    {
+        EngineDevice device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        const QString locked = fileIn(*m_files, device.epochFolder());
+        device.store.setFaults([&](const auto& request) {
+            return request.operation == Operation::Remove && request.path == locked
+                ? std::optional(MemoryFileStore::Fault {
+                    .error = FileError { FileError::Kind::Locked, 423, std::nullopt, {} } })
+                : std::nullopt;
+        });
+        device.syncs(4, 10min);
+        QCOMPARE(
+            m_files->files.size(), 1 + 1 + 1); // the README, the locked one, and the joined one
+
+        for (quint32 number = 6; number <= 12; ++number) {
+            device.save(note(number));
+            device.syncs(2, 16min);
+        }
+
+        QVERIFY(m_files->files.size() < 1 + 1 + 7);
+        QVERIFY(m_files->files.contains(locked));
+    }
+
+    void aServerThatKeepsNothingNewIsNotFilledWithJoinedFiles_data() { refusals(); }
+    void aServerThatKeepsNothingNewIsNotFilledWithJoinedFiles()
+    {
+        QFETCH(FileError::Kind, kind);
+        QFETCH(int, status);
+        EngineDevice device(m_files);
+        QVERIFY(device.engine.switchOn());
+        saveOneByOne(device, 5);
+        const QList<QString> before = m_files->files.keys();
+        // A scanner keeps everybody from what is new.
+        device.store.setFaults([&](const auto& request) {
+            return request.operation == Operation::Get && !before.contains(request.path)
+                ? std::optional(MemoryFileStore::Fault {
+                    .error = FileError { kind, status, std::nullopt, {} } })
+                : std::nullopt;
+        });
+
+        device.syncs(50, 16min);
+
+        QCOMPARE(m_files->files.size(), 1 + 5 + 1);
     }
 
     void whatIsNoLongerWrittenElsewhereIsNotDeletedLater()
