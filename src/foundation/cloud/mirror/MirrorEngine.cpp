@@ -60,6 +60,8 @@ bool MirrorEngine::switchOn()
     return bool(remember(m_world.local, [this](MirrorMemory& memory) {
         if (memory.account != m_setup.account)
             adoptAccount(memory);
+        if (memory.deletion && !memory.deletion->isListed)
+            memory.deletion.reset(); // nothing of it has begun
         m_world.local.keyValues().forgetAll();
         memory.phase = MirrorPhase::Joining;
         memory.missingListings = 0;

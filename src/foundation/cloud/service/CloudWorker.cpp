@@ -32,7 +32,7 @@ CKError doneElsewhere()
 CKError isOnAgain()
 {
     return { QStringLiteral(
-        "Mirroring was switched on again; the saved bills stay in the cloud.") };
+        "Mirroring was switched on again before the saved bills were deleted.") };
 }
 
 void print(const QString& sentence) { printDiagnostic("--> Cloud: " + sentence.toStdString()); }
@@ -145,7 +145,10 @@ void CloudWorker::deleteZone(
         if (m_word == Word::On) // the question was slower than the switch
             return shared->set_value(isOnAgain());
         m_deletions.push_back(std::move(*shared));
-        switchOff();
+        if (m_word == Word::Off && m_isWordNoted)
+            m_triggers->syncNow(); // the switch was noted, and may have been done since
+        else
+            switchOff();
     });
 }
 
@@ -217,7 +220,8 @@ void CloudWorker::sync()
                 m_triggers->noteEdit();
         } else {
             failDeletions(m_isHolder ? notNoted() : doneElsewhere());
-            tellOnce(m_lock->problem());
+            if (!m_lock->problem().isEmpty())
+                tellOnce(m_lock->problem());
             m_triggers->tryLater();
         }
     }
@@ -296,7 +300,7 @@ bool CloudWorker::decide()
 bool CloudWorker::decideAtStart()
 {
     const MirrorPhase phase = m_session->memory().phase;
-    if (phase != *m_phaseAtStart)
+    if ((phase == MirrorPhase::Off) != (*m_phaseAtStart == MirrorPhase::Off))
         return true;
     if (m_isMirrored && phase == MirrorPhase::Off)
         return m_session->engine().switchOn();

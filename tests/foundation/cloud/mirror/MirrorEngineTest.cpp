@@ -26,6 +26,19 @@ void removeFolder(MemoryFiles& files, const QString& folder)
     files.collections.erase(folder);
 }
 
+/// Its markers are stored, its folders are not deleted yet.
+void beginDeletion(EngineDevice& device)
+{
+    device.store.setFaults([](const auto& request) {
+        return request.operation == Operation::Remove ? std::optional(MemoryFileStore::Fault {
+                   .error = FileError { FileError::Kind::Network, 0, std::nullopt, {} } })
+                                                      : std::nullopt;
+    });
+    QVERIFY(device.engine.deleteZone());
+    QVERIFY(device.engine.sync().isDeletionPending);
+    device.store.setFaults({});
+}
+
 } // namespace
 
 class MirrorEngineTest : public QObject {
@@ -342,7 +355,25 @@ private Q_SLOTS:
         QVERIFY(device.local.data().memory.deletion.has_value());
     }
 
-    void aZoneDeletedAndSwitchedOnAgainBeginsAnew()
+    void aDeletionThatHasNotBegunIsNoneAfterSwitchingOnAgain()
+    {
+        EngineDevice device(m_files);
+        device.save(note(1));
+        QVERIFY(device.engine.switchOn());
+        device.engine.sync();
+        const MemoryFiles before = *m_files;
+        device.now += 1s;
+
+        QVERIFY(device.engine.deleteZone() && device.engine.switchOn());
+        const SyncReport report = device.engine.sync();
+
+        QCOMPARE(report.phase, MirrorPhase::Mirroring);
+        QVERIFY(!report.isDeletionPending);
+        QCOMPARE(m_files->files, before.files);
+        QCOMPARE(m_files->collections, before.collections);
+    }
+
+    void aDeletionThatHasBegunIsEndedBeforeTheZoneBeginsAnew()
     {
         EngineDevice device(m_files);
         device.save(note(1));
@@ -350,8 +381,9 @@ private Q_SLOTS:
         device.engine.sync();
         const QString before = device.epochFolder();
         device.now += 1s;
+        beginDeletion(device);
 
-        QVERIFY(device.engine.deleteZone() && device.engine.switchOn());
+        QVERIFY(device.engine.switchOn());
         const SyncReport report = device.engine.sync();
 
         QCOMPARE(report.phase, MirrorPhase::Mirroring);
@@ -366,7 +398,8 @@ private Q_SLOTS:
         EngineDevice device(m_files);
         QVERIFY(device.engine.switchOn());
         device.engine.sync();
-        QVERIFY(device.engine.deleteZone() && device.engine.switchOn());
+        beginDeletion(device);
+        QVERIFY(device.engine.switchOn());
         *m_files = {};
         device.now += 1s;
 

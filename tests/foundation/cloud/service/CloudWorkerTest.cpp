@@ -283,6 +283,8 @@ private Q_SLOTS:
     void aDeletionThatIsOvertakenByASwitchOnIsNone()
     {
         startMirroring();
+        const QStringList before = namesIn(zone);
+        QSignalSpy rounds(m_worker.get(), &CloudWorker::valuesKnown);
         m_worker->switchOff();
         m_worker->switchOn();
 
@@ -290,6 +292,8 @@ private Q_SLOTS:
 
         QTRY_VERIFY_WITH_TIMEOUT(isKept(deletion), longEnough);
         QVERIFY(errorOf(deletion).contains(QStringLiteral("switched on again")));
+        QTRY_VERIFY_WITH_TIMEOUT(!rounds.isEmpty(), longEnough);
+        QCOMPARE(namesIn(zone), before);
     }
 
     void switchingOffIsNotedBeforeAnythingIsAsked()
