@@ -20,7 +20,7 @@ function(vexilo_flags target)
 endfunction()
 
 # Headers that most sources include may be precompiled once for all targets. That every source
-# includes what it needs is seen by the linter, and by builds without.
+# includes what it needs is seen by builds without, and by script/lint --analyze.
 option(VEXILO_PRECOMPILED_HEADERS "Precompile the headers of libraries" OFF)
 if(VEXILO_PRECOMPILED_HEADERS)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON) # as Qt asks of its users, so that all are alike
