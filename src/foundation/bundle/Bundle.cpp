@@ -1,6 +1,7 @@
 #include "Bundle.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -18,8 +19,12 @@ Bundle::Bundle(const QString& folder)
 
 std::optional<QString> Bundle::pathForResource(const QString& name, const QString& extension) const
 {
-    const QString path = m_folder + QLatin1Char('/') + name + QLatin1Char('.') + extension;
-    if (!QFileInfo::exists(path))
+    const QString file = extension.isEmpty() ? name : name + QLatin1Char('.') + extension;
+    // A name that begins with a slash is no absolute path either.
+    const QString inside = QDir::cleanPath(QLatin1String("./") + file);
+    const bool leadsOut = inside == QLatin1String("..") || inside.startsWith(QLatin1String("../"));
+    const QString path = m_folder + QLatin1Char('/') + inside;
+    if (leadsOut || !QFileInfo::exists(path))
         return std::nullopt;
     return path;
 }

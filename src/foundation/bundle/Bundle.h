@@ -14,7 +14,9 @@ public:
 
     explicit Bundle(const QString& folder);
 
-    /// Path of a resource, or nothing where there is no such file.
+    /// Path of a resource, or nothing where there is none. The name may lead through folders of the
+    /// bundle, with or without a slash before it, but not out of it; with an empty extension it is
+    /// the whole name.
     [[nodiscard]] std::optional<QString> pathForResource(
         const QString& name, const QString& extension) const;
 

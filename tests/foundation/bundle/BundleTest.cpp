@@ -1,5 +1,6 @@
 #include "Bundle.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -31,6 +32,34 @@ private Q_SLOTS:
     {
         QCOMPARE(m_bundle.pathForResource(QStringLiteral("Other"), QStringLiteral("momd")),
             std::nullopt);
+    }
+
+    void aResourceInAFolderIsFoundByItsWholeName()
+    {
+        QVERIFY(QDir(m_folder.path()).mkpath(QStringLiteral("Sounds")));
+        writeFile(QStringLiteral("Sounds/coin.wav"), "sound");
+
+        QCOMPARE(m_bundle.pathForResource(QStringLiteral("/Sounds/coin.wav"), QString()),
+            m_folder.filePath(QStringLiteral("Sounds/coin.wav")));
+    }
+
+    void aNameThatLeadsOutOfTheBundleIsNoResource_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("beside the bundle") << QStringLiteral("../outside");
+        QTest::newRow("after a slash") << QStringLiteral("/../outside");
+        QTest::newRow("through a folder") << QStringLiteral("/Sounds/../../outside");
+        QTest::newRow("the folder above") << QStringLiteral("/Sounds/../..");
+    }
+
+    void aNameThatLeadsOutOfTheBundleIsNoResource()
+    {
+        QFETCH(const QString, name);
+        QVERIFY(QDir(m_folder.path()).mkpath(QStringLiteral("bundle/Sounds")));
+        writeFile(QStringLiteral("outside"), "no resource");
+        const Bundle bundle(m_folder.filePath(QStringLiteral("bundle")));
+
+        QCOMPARE(bundle.pathForResource(name, QString()), std::nullopt);
     }
 
     void aTextOfTheInformationDictionaryIsRead()
