@@ -1,0 +1,130 @@
+#include "FileTree.h"
+
+#include "DeathTest.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <linux/capability.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr uid_t nobody = 65534;
+
+bool writeText(const char* path, const std::string& text)
+{
+    std::ofstream file(path);
+    file << text << std::flush;
+    return file.good();
+}
+
+/// A user may mount in a namespace of his own, in which he keeps his numbers.
+bool enterOwnNamespace()
+{
+    const std::string user = std::to_string(::geteuid());
+    const std::string group = std::to_string(::getegid());
+    if (::geteuid() == 0)
+        return ::unshare(CLONE_NEWNS) == 0;
+    // Only a process of which core dumps may be made can write these files.
+    ::prctl(PR_SET_DUMPABLE, 1);
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0
+        && writeText("/proc/self/uid_map", user + ' ' + user + " 1")
+        && writeText("/proc/self/setgroups", "deny")
+        && writeText("/proc/self/gid_map", group + ' ' + group + " 1");
+}
+
+} // namespace
+
+FileTree::FileTree() { ::chmod(path().constData(), 0755); }
+
+QByteArray FileTree::path(const QByteArray& name) const
+{
+    const QByteArray folder = QFile::encodeName(m_folder.path());
+    return name.isEmpty() ? folder : QByteArray(folder + '/' + name);
+}
+
+QUrl FileTree::url(const QByteArray& name) const { return fileUrl(path(name)); }
+
+bool FileTree::addFile(const QByteArray& name, const QByteArray& content) const
+{
+    return writeText(path(name).constData(), content.toStdString());
+}
+
+bool FileTree::addFolder(const QByteArray& name) const
+{
+    return ::mkdir(path(name).constData(), 0755) == 0;
+}
+
+bool FileTree::addLink(const QByteArray& name, const QByteArray& target) const
+{
+    return ::symlink(target.constData(), path(name).constData()) == 0;
+}
+
+bool FileTree::has(const QByteArray& name) const
+{
+    struct stat status { };
+    return ::lstat(path(name).constData(), &status) == 0;
+}
+
+QByteArray FileTree::content(const QByteArray& name) const
+{
+    std::ifstream file(path(name).toStdString(), std::ios::binary);
+    return QByteArray::fromStdString({ std::istreambuf_iterator<char>(file), {} });
+}
+
+QByteArrayList FileTree::names(const QByteArray& folder) const
+{
+    QByteArrayList names;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(path(folder).toStdString(), error))
+        names.append(QByteArray::fromStdString(entry.path().filename().string()));
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+QUrl fileUrl(const QByteArray& path)
+{
+    return QUrl::fromEncoded("file://" + path.toPercentEncoding("/"));
+}
+
+QByteArrayList linesOfChild(const std::function<void()>& call)
+{
+    const Death end = deathOf([&call] {
+        ::dup2(STDERR_FILENO, STDOUT_FILENO);
+        call();
+    });
+    QByteArrayList lines = end.message.split('\n');
+    if (end.aborted)
+        return { "stopped: " + end.message };
+    lines.removeLast(); // what follows the last line end
+    return lines;
+}
+
+void becomeNobody()
+{
+    if (::geteuid() == 0 && ::setresuid(nobody, nobody, nobody) != 0)
+        _exit(1);
+    // Who mounted a volume in a namespace of his own is an administrator there.
+    __user_cap_header_struct header { _LINUX_CAPABILITY_VERSION_3, 0 };
+    const std::array<__user_cap_data_struct, 2> none {};
+    if (::syscall(SYS_capset, &header, none.data()) != 0)
+        _exit(1);
+}
+
+bool mountVolume(const QByteArray& folder)
+{
+    return enterOwnNamespace() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+        && ::mount("none", folder.constData(), "tmpfs", 0, "size=1m,mode=0755") == 0;
+}
