@@ -11,6 +11,11 @@ Death deathOf(const std::function<void()>& call)
     if (pipe(ends) != 0)
         return {};
     const pid_t child = fork();
+    if (child < 0) {
+        close(ends[0]);
+        close(ends[1]);
+        return {};
+    }
     if (child == 0) {
         dup2(ends[1], STDERR_FILENO);
         close(ends[0]);
@@ -28,7 +33,8 @@ Death deathOf(const std::function<void()>& call)
         death.message.append(buffer, size);
     close(ends[0]);
     int status = 0;
-    waitpid(child, &status, 0);
-    death.aborted = WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT;
+    const bool isKnown = waitpid(child, &status, 0) == child;
+    death.aborted = isKnown && WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT;
+    death.succeeded = isKnown && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return death;
 }

@@ -7,6 +7,7 @@
 /// What a call that should stop the process left behind.
 struct Death {
     bool aborted = false; ///< ended by SIGABRT, as fatalError() does
+    bool succeeded = false; ///< no death: the call returned, or ended the process with exit code 0
     QByteArray message; ///< what it wrote on standard error
 };
 

@@ -32,14 +32,16 @@ private Q_SLOTS:
         QVERIFY(m_tree.addFolder("volume"));
 
         const auto lines = linesOfChild([this] {
-            if (!mountVolume(m_tree.path("volume")))
+            if (!mountVolume(m_tree.path("volume"))) {
+                printDiagnostic("skip");
                 return;
+            }
             printDiagnostic(spaceOf(m_tree.url("volume")).toStdString());
             if (m_tree.addFile("volume/menu.txt", QByteArray(500'000, 'x')))
                 printDiagnostic(spaceOf(m_tree.url("volume/menu.txt")).toStdString());
         });
 
-        if (lines.isEmpty())
+        if (lines == QByteArrayList { "skip" })
             QSKIP("This machine lets its users mount nothing.");
         // A file takes whole pages of 4096 bytes.
         QCOMPARE(lines, (QByteArrayList { "1048576 of 1048576", "544768 of 1048576" }));

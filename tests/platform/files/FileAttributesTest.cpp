@@ -106,13 +106,17 @@ private Q_SLOTS:
     void aMissingFileHasNoAttributesAndNoDatesAndEachIsLogged()
     {
         const QUrl url = m_tree->url("missing");
+        bool isThere = true;
+        bool hasDates = true;
 
         const auto lines = linesOf([&] {
-            QVERIFY(!attributes(url));
-            QVERIFY(!creationDate(url));
-            QVERIFY(!modifiedDate(url));
+            isThere = attributes(url).has_value();
+            const bool isCreated = creationDate(url).has_value();
+            const bool isModified = modifiedDate(url).has_value();
+            hasDates = isCreated || isModified;
         });
 
+        QVERIFY(!isThere && !hasDates);
         const QByteArray line = errorLine("missing", "No such file or directory");
         QCOMPARE(lines, (QByteArrayList { line, line, line }));
     }
@@ -250,9 +254,11 @@ private Q_SLOTS:
     void aPathThatIsTooLongIsLogged()
     {
         const QByteArray name = QByteArray(5000, '/').replace("//", "x/") + "end";
+        quint64 size = 1;
 
-        const auto lines = linesOf([&] { QCOMPARE(fileSize(m_tree->url(name)), quint64(0)); });
+        const auto lines = linesOf([&] { size = fileSize(m_tree->url(name)); });
 
+        QCOMPARE(size, quint64(0));
         QCOMPARE(lines, QByteArrayList { errorLine(name, "File name too long") });
     }
 

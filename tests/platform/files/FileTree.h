@@ -19,6 +19,10 @@ public:
     [[nodiscard]] bool addFolder(const QByteArray& name) const;
     [[nodiscard]] bool addLink(const QByteArray& name, const QByteArray& target) const;
 
+    /// Folders in folders, on a path of nearly as many bytes as the system takes. The name of the
+    /// innermost one; empty where that fails.
+    [[nodiscard]] QByteArray addDeepFolder(const QByteArray& within = {}) const;
+
     /// Whether there is an item, be it a link that leads nowhere.
     [[nodiscard]] bool has(const QByteArray& name) const;
     [[nodiscard]] QByteArray content(const QByteArray& name) const;
@@ -32,7 +36,8 @@ private:
 /// The address of a path whose bytes need not be UTF-8.
 [[nodiscard]] QUrl fileUrl(const QByteArray& path);
 
-/// Runs the call in a child process, and gives the diagnostic lines that it prints.
+/// Runs the call in a child process, and gives the diagnostic lines that it prints. A child that
+/// did not end by itself, with exit code 0, has a last line that begins with "failed".
 [[nodiscard]] QByteArrayList linesOfChild(const std::function<void()>& call);
 
 // For such a child only.

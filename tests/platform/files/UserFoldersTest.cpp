@@ -9,27 +9,28 @@ class UserFoldersTest : public QObject {
     Q_OBJECT
 
 private:
-    FileTree m_home;
+    std::unique_ptr<FileTree> m_home;
 
 private Q_SLOTS:
     void init()
     {
-        qputenv("HOME", m_home.path());
-        qputenv("XDG_CONFIG_HOME", m_home.path("config"));
+        m_home = std::make_unique<FileTree>();
+        qputenv("HOME", m_home->path());
+        qputenv("XDG_CONFIG_HOME", m_home->path("config"));
     }
 
     void theDocumentsLieInTheHomeFolderWhetherOrNotTheyExist()
     {
-        QCOMPARE(userDocumentsFolder(), m_home.url("Documents"));
+        QCOMPARE(userDocumentsFolder(), m_home->url("Documents"));
     }
 
     void theDesktopMayHaveThemElsewhere()
     {
-        QVERIFY(m_home.addFolder("config"));
+        QVERIFY(m_home->addFolder("config"));
         QVERIFY(
-            m_home.addFile("config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Meine Texte\"\n"));
+            m_home->addFile("config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Meine Texte\"\n"));
 
-        QCOMPARE(userDocumentsFolder(), m_home.url("Meine Texte"));
+        QCOMPARE(userDocumentsFolder(), m_home->url("Meine Texte"));
     }
 
     void ofSeveralFoldersItIsTheFirst()
