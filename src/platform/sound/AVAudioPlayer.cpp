@@ -29,15 +29,16 @@ QByteArray contentOf(const QString& path)
     return file.error() == QFile::NoError ? content : QByteArray();
 }
 
-/// All samples of the file, or none where it has fewer than it claims. They are read piece by
-/// piece, because a broken file may claim more than there is memory for.
+/// All samples of the file, or none where it has fewer than it claims; who writes into a pipe
+/// cannot come back to claim any. They are read piece by piece, because a broken file may claim
+/// more than there is memory for.
 std::vector<sf::Int16> samplesOf(sf::InputSoundFile& file)
 {
     std::vector<sf::Int16> samples;
     std::array<sf::Int16, 16384> piece {};
     while (const auto count = file.read(piece.data(), piece.size()))
         samples.insert(samples.end(), piece.begin(), piece.begin() + static_cast<qsizetype>(count));
-    if (samples.size() != file.getSampleCount())
+    if (samples.size() < file.getSampleCount())
         samples.clear();
     return samples;
 }

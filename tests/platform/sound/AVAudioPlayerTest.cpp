@@ -25,6 +25,17 @@ private:
         return writeSoundFile(path, content) ? path : QString();
     }
 
+    /// In the format that the name ends in.
+    static bool writeSecondOfSilence(const QString& path)
+    {
+        const std::vector<sf::Int16> silence(8000);
+        sf::OutputSoundFile file;
+        if (!file.openFromFile(path.toStdString(), 8000, 1))
+            return false;
+        file.write(silence.data(), silence.size());
+        return true;
+    }
+
     static QByteArray withBytes(QByteArray wav, qsizetype at, const QByteArray& bytes)
     {
         return wav.replace(at, bytes.size(), bytes);
@@ -45,6 +56,10 @@ private Q_SLOTS:
         const auto paused = player->currentTime();
         QVERIFY(!player->isPlaying());
         QVERIFY(paused > 50ms && paused < 10s);
+        const auto other = AVAudioPlayer::open(fileOf(wavOf(10s)));
+        other->play();
+        QTRY_VERIFY(other->currentTime() > 50ms);
+        QVERIFY(player->currentTime() == paused);
     }
 
     void aPausedSoundGoesOnWhereItWas()
@@ -120,12 +135,26 @@ private Q_SLOTS:
     {
         QFETCH(const QString, name);
         const QString path = m_folder.filePath(name);
-        {
-            const std::vector<sf::Int16> silence(8000);
-            sf::OutputSoundFile file;
-            QVERIFY(file.openFromFile(path.toStdString(), 8000, 1));
-            file.write(silence.data(), silence.size());
-        }
+        QVERIFY(writeSecondOfSilence(path));
+
+        const auto player = AVAudioPlayer::open(path);
+
+        QVERIFY(player);
+        QVERIFY(player->duration() == 1s);
+    }
+
+    void aFileWhoseWriterCouldNotCountTheSamplesIsASound()
+    {
+        const QString path = m_folder.filePath(QStringLiteral("piped.flac"));
+        QVERIFY(writeSecondOfSilence(path));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray content = file.readAll();
+        // The 36 bits before the checksum, which is unknown then, too.
+        content[21] = static_cast<char>(content.at(21) & 0xF0);
+        content.replace(22, 20, QByteArray(20, '\0'));
+        QVERIFY(file.seek(0) && file.write(content) == content.size());
+        file.close();
 
         const auto player = AVAudioPlayer::open(path);
 
