@@ -5,7 +5,7 @@
 std::optional<std::filesystem::path> localPath(const QUrl& url)
 {
     const bool isHere = url.host().isEmpty() || url.host() == QLatin1String("localhost");
-    if (!url.isLocalFile() || !isHere)
+    if (!url.isLocalFile() || !isHere || url.hasQuery() || url.hasFragment())
         return std::nullopt;
     // QUrl::toLocalFile() would put a replacement for each byte that is not UTF-8.
     QByteArray bytes = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());

@@ -12,7 +12,8 @@
 /// The path that a file's address stands for, byte by byte: a name need not be UTF-8, and its bytes
 /// stand percent-encoded in the address. Slashes at the end are left out, so that the address of a
 /// link with one names the link too, not what it leads to. Nothing for what is no absolute path on
-/// this machine, and for a path with a null byte, of which the system would see the beginning only.
+/// this machine, and for what a path could only be the beginning of: an address with a null byte, a
+/// query or a fragment.
 [[nodiscard]] std::optional<std::filesystem::path> localPath(const QUrl& url);
 
 /// Whether the path ends in a name that can be moved or removed: not the root, "." or "..".

@@ -239,6 +239,9 @@ private Q_SLOTS:
         QTest::newRow("another machine's") << QByteArray("file://example.org/etc/passwd");
         QTest::newRow("relative") << QByteArray("file:passwd");
         QTest::newRow("with a null byte") << QByteArray("file:///etc/passwd%00.txt");
+        QTest::newRow("with a query") << QByteArray("file:///etc/passwd?line=1");
+        QTest::newRow("with an empty query") << QByteArray("file:///etc/passwd?");
+        QTest::newRow("with a fragment") << QByteArray("file:///etc/passwd#line");
     }
 
     void whatIsNoPathOfThisMachineIsLogged()

@@ -133,6 +133,8 @@ private Q_SLOTS:
         QTest::newRow("a web page") << QByteArray("https://example.org/etc");
         QTest::newRow("another machine's") << QByteArray("file://example.org/etc");
         QTest::newRow("with a null byte") << QByteArray("file:///etc%00/x");
+        QTest::newRow("with a query") << QByteArray("file:///etc?x");
+        QTest::newRow("with a fragment") << QByteArray("file:///etc#x");
         QTest::newRow("too long") << "file:///" + QByteArray(5000, 'x');
     }
 
@@ -248,6 +250,16 @@ private Q_SLOTS:
         QVERIFY(m_tree->addFile("menu"));
 
         QVERIFY(!deleteFile(QUrl::fromEncoded(m_tree->url("menu").toEncoded() + "%00.txt"), false));
+
+        QVERIFY(m_tree->has("menu"));
+    }
+
+    void aQueryDoesNotCutTheNameOfWhatIsRemoved()
+    {
+        QVERIFY(m_tree->addFile("menu"));
+
+        QVERIFY(!deleteFile(QUrl::fromEncoded(m_tree->url("menu").toEncoded() + "?.txt"), false));
+        QVERIFY(!deleteFile(QUrl::fromEncoded(m_tree->url("menu").toEncoded() + "#.txt"), false));
 
         QVERIFY(m_tree->has("menu"));
     }
