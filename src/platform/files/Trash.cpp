@@ -1,5 +1,6 @@
 #include "Trash.h"
 
+#include "Descriptor.h"
 #include "ItemMove.h"
 #include "LocalPath.h"
 
@@ -12,40 +13,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number)
-        : m_number(number)
-    {
-    }
-    ~Descriptor()
-    {
-        if (isOpen())
-            ::close(m_number);
-    }
-    Descriptor(Descriptor&& other) noexcept
-        : m_number(std::exchange(other.m_number, -1))
-    {
-    }
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(m_number, other.m_number);
-        return *this;
-    }
-
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-    [[nodiscard]] int number() const { return m_number; }
-
-private:
-    int m_number = -1;
-};
 
 // Held open, so that nobody can put another folder in its place meanwhile.
 struct TrashFolder {
