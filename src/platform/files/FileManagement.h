@@ -23,7 +23,14 @@ bool deleteFile(const QUrl& url, bool toTrash);
 
 /// Moves a file, a link or a folder, to another volume, too: to do that it is copied with
 /// its permissions and date, belongs to the user then, and appears at its destination only as a
-/// whole. Never replaces anything. Where it fails, a diagnostic line that begins with "error:" says
-/// why, the result is false, and everything stays as it was; only where a copy's original cannot be
-/// removed, it is at both places.
+/// whole; once the copy is on the disk, the original is removed.
+///
+/// Never replaces anything, as far as the file system can promise that: where it can only be looked
+/// at first, what appears in between may be replaced.
+///
+/// Where it fails, a diagnostic line that begins with "error:" says why, the result is false, and
+/// everything stays as it was. One case is not undone: the whole copy is at its destination, but
+/// cannot be brought to the disk, or its original cannot be removed or was changed since. Both then
+/// stay, of a folder's original what was not removed yet; what was changed or added there is never
+/// removed.
 bool renameFile(const QUrl& source, const QUrl& destination);

@@ -1,63 +1,32 @@
 #include "ItemMove.h"
 
+#include "Descriptor.h"
+#include "ItemCopy.h"
+#include "ItemIdentity.h"
 #include "LocalPath.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::error_code copyItem(const fs::path& source, const fs::path& copy);
-
-std::error_code copyContent(const fs::path& source, const fs::path& copy)
+/// What is in a folder that must not be written into could not be removed.
+void openFoldersIn(const std::string& folder)
 {
     std::error_code error;
-    fs::create_directory(copy, error);
-    fs::directory_iterator entries;
-    if (!error)
-        entries = fs::directory_iterator(source, error);
-    while (!error && entries != fs::directory_iterator()) {
-        error = copyItem(entries->path(), copy / entries->path().filename());
-        if (!error)
-            entries.increment(error);
+    fs::recursive_directory_iterator items(folder, error);
+    while (!error && items != fs::recursive_directory_iterator()) {
+        struct stat item { };
+        if (::lstat(items->path().c_str(), &item) == 0 && S_ISDIR(item.st_mode))
+            ::chmod(items->path().c_str(), S_IRWXU);
+        items.increment(error);
     }
-    return error;
-}
-
-/// Last of all, because writing into a folder changes its date, and it may be one that must not be
-/// written into. The copy belongs to the user, so it does not run as anybody else.
-std::error_code copyAttributes(const struct stat& original, const fs::path& copy)
-{
-    constexpr mode_t permissions = 01777;
-    if (!S_ISLNK(original.st_mode) && ::chmod(copy.c_str(), original.st_mode & permissions) != 0)
-        return lastError();
-    const std::array times { original.st_atim, original.st_mtim };
-    if (::utimensat(AT_FDCWD, copy.c_str(), times.data(), AT_SYMLINK_NOFOLLOW) != 0)
-        return lastError();
-    return {};
-}
-
-std::error_code copyItem(const fs::path& source, const fs::path& copy)
-{
-    struct stat original { };
-    if (::lstat(source.c_str(), &original) != 0)
-        return lastError();
-    std::error_code error;
-    if (S_ISLNK(original.st_mode))
-        fs::copy_symlink(source, copy, error);
-    else if (S_ISREG(original.st_mode))
-        fs::copy_file(source, copy, error);
-    else if (S_ISDIR(original.st_mode))
-        error = copyContent(source, copy);
-    else
-        error = std::make_error_code(std::errc::operation_not_supported);
-    return error ? error : copyAttributes(original, copy);
 }
 
 /// A folder of its own beside a destination, where a copy grows unseen. Removed with all that was
@@ -67,15 +36,21 @@ public:
     explicit Workshop(const fs::path& beside)
         : m_folder((beside.parent_path() / ".vexilo-move-XXXXXX").string())
     {
-        if (!::mkdtemp(m_folder.data()))
+        m_isMade = ::mkdtemp(m_folder.data()) != nullptr;
+        // Open from the beginning, because sync() is told of failures since then only.
+        if (m_isMade)
+            m_descriptor = Descriptor(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (!m_descriptor.isOpen())
             m_error = lastError();
     }
 
     ~Workshop()
     {
         std::error_code ignored;
-        if (!m_error)
-            fs::remove_all(m_folder, ignored);
+        if (!m_isMade)
+            return;
+        openFoldersIn(m_folder);
+        fs::remove_all(m_folder, ignored);
     }
 
     Workshop(const Workshop&) = delete;
@@ -84,24 +59,34 @@ public:
     [[nodiscard]] std::error_code error() const { return m_error; }
     [[nodiscard]] fs::path item() const { return fs::path(m_folder) / "item"; }
 
+    /// Returns when all that was written on its volume is on the disk.
+    [[nodiscard]] std::error_code sync() const
+    {
+        return ::syncfs(m_descriptor.number()) == 0 ? std::error_code() : lastError();
+    }
+
 private:
     std::string m_folder;
+    bool m_isMade = false;
+    Descriptor m_descriptor;
     std::error_code m_error;
 };
 
-/// Another volume may be mounted within the very folder that is moved: it would be copied into
-/// itself for ever.
+/// Another volume may be mounted within the very folder that is moved, or that folder at a second
+/// place: it would be copied into itself.
 std::error_code refuseToMoveIntoItself(const fs::path& source, const fs::path& destination)
 {
+    struct stat item { };
+    if (::lstat(source.c_str(), &item) != 0)
+        return lastError();
     std::error_code error;
-    const fs::path from = fs::canonical(source.parent_path(), error) / source.filename();
-    if (error)
-        return error;
     const fs::path into = fs::canonical(destination.parent_path(), error);
     if (error)
         return error;
-    const auto differ = std::mismatch(from.begin(), from.end(), into.begin(), into.end());
-    return differ.first == from.end() ? std::make_error_code(std::errc::invalid_argument) : error;
+    const std::vector<ItemIdentity> folders = identitiesUpward(into, error);
+    if (std::find(folders.begin(), folders.end(), identityOf(item)) != folders.end())
+        return std::make_error_code(std::errc::invalid_argument);
+    return error;
 }
 
 std::error_code moveToAnotherVolume(const fs::path& source, const fs::path& destination)
@@ -114,13 +99,37 @@ std::error_code moveToAnotherVolume(const fs::path& source, const fs::path& dest
     const Workshop workshop(destination);
     if (workshop.error())
         return workshop.error();
-    if (const auto error = copyItem(source, workshop.item()))
+    ItemCopy copy;
+    if (const auto error = copy.make(source, workshop.item()))
         return error;
     if (const auto error = renameWithoutReplacing(workshop.item(), AT_FDCWD, destination))
         return error;
-    std::error_code error;
-    fs::remove_all(source, error);
+    if (const auto error = copy.complete())
+        return error;
+    // On the disk before the original goes: a power cut may leave both, but never neither.
+    if (const auto error = workshop.sync())
+        return error;
+    return copy.removeOriginal();
+}
+
+std::error_code renameByLink(
+    const fs::path& source, int destinationFolder, const fs::path& destination)
+{
+    if (::linkat(AT_FDCWD, source.c_str(), destinationFolder, destination.c_str(), 0) != 0)
+        return lastError();
+    if (::unlink(source.c_str()) == 0)
+        return {};
+    const std::error_code error = lastError();
+    ::unlinkat(destinationFolder, destination.c_str(), 0);
     return error;
+}
+
+/// Folders cannot have two names, nor can anything on some file systems.
+bool isRefusedLink(const std::error_code& error)
+{
+    return error == std::errc::operation_not_permitted
+        || error == std::errc::operation_not_supported || error == std::errc::function_not_supported
+        || error == std::errc::too_many_links;
 }
 
 } // namespace
@@ -142,10 +151,13 @@ std::error_code renameWithoutReplacing(
             AT_FDCWD, source.c_str(), destinationFolder, destination.c_str(), RENAME_NOREPLACE)
         == 0)
         return {};
-    const std::error_code error = lastError();
+    std::error_code error = lastError();
     if (error != std::errc::invalid_argument)
         return error;
-    // Network file systems do not know the flag: look first, then rename.
+    // Network file systems do not know the flag, but a link does not replace anything either.
+    error = renameByLink(source, destinationFolder, destination);
+    if (!isRefusedLink(error))
+        return error;
     struct stat existing { };
     if (::fstatat(destinationFolder, destination.c_str(), &existing, AT_SYMLINK_NOFOLLOW) == 0)
         return std::make_error_code(std::errc::file_exists);

@@ -6,8 +6,11 @@
 
 #include <QTest>
 
+#include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 class FileManagementTest : public QObject {
@@ -60,6 +63,43 @@ private:
     {
         printDiagnostic(
             folder.toStdString() + ": " + m_tree->names(folder).join(',').toStdString());
+    }
+
+    [[nodiscard]] mode_t modeOf(const QByteArray& name) const
+    {
+        struct stat status { };
+        return ::lstat(m_tree->path(name).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+    }
+
+    /// What a user who is no administrator does with a volume and with folders of his own, in a
+    /// child process.
+    [[nodiscard]] QByteArrayList linesOfUser(const std::function<void()>& call) const
+    {
+        if (!m_tree->addFolder("own") || !m_tree->addFolder("volume"))
+            return { "no folders" };
+        ::chmod(m_tree->path("own").constData(), 0777);
+        return linesOfChild([&] {
+            if (!mountVolume(m_tree->path("volume"))) {
+                printDiagnostic("skip");
+                return;
+            }
+            ::chmod(m_tree->path("volume").constData(), 0777);
+            becomeNobody();
+            call();
+        });
+    }
+
+    /// The names of two folders that are made in a folder, in the order in which the system lists
+    /// them.
+    [[nodiscard]] QByteArrayList addTwoFolders(const QByteArray& folder) const
+    {
+        QByteArrayList names;
+        if (m_tree->addFolder(folder + "/one") && m_tree->addFolder(folder + "/other")) {
+            for (const auto& entry :
+                std::filesystem::directory_iterator(m_tree->path(folder).toStdString()))
+                names.append(QByteArray::fromStdString(entry.path().filename().string()));
+        }
+        return names;
     }
 
     /// The item "item" moved to another volume and back, in a child process.
@@ -531,6 +571,162 @@ private Q_SLOTS:
         QCOMPARE(m_tree->names(), (QByteArrayList { "large", "outer", "special", "twice" }));
         QCOMPARE(m_tree->names("large"), (QByteArrayList { "a", "b" }));
         QCOMPARE(m_tree->names("special"), (QByteArrayList { "a", "pipe" }));
+    }
+
+    void aReadOnlyFolderMovesToAnotherVolumeAsOne()
+    {
+        const auto lines = linesOfUser([this] {
+            if (!m_tree->addFolder("own/item") || !m_tree->addFolder("own/item/inner")
+                || !m_tree->addFile("own/item/menu.txt", "content")
+                || !m_tree->addFile("own/item/inner/menu.txt"))
+                printDiagnostic("no item");
+            ::chmod(m_tree->path("own/item/inner").constData(), 0500);
+            ::chmod(m_tree->path("own/item").constData(), 0555);
+            const timespec times[] { { 1'600'000'000, 5 }, { 1'700'000'000, 7 } };
+            ::utimensat(AT_FDCWD, m_tree->path("own/item").constData(), times, 0);
+
+            printMoved(renameFile(m_tree->url("own/item"), m_tree->url("volume/item")));
+
+            print("own");
+            print("volume");
+            print("volume/item");
+            print("volume/item/inner");
+            printDiagnostic(QByteArray::number(modeOf("volume/item"), 8).toStdString());
+            printDiagnostic(QByteArray::number(modeOf("volume/item/inner"), 8).toStdString());
+            struct stat status { };
+            if (::lstat(m_tree->path("volume/item").constData(), &status) == 0)
+                printDiagnostic(std::to_string(status.st_mtim.tv_sec));
+        });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines,
+            (QByteArrayList { "moved", "own: ", "volume: item", "volume/item: inner,menu.txt",
+                "volume/item/inner: menu.txt", "555", "500", "1700000000" }));
+    }
+
+    void aCopyThatFailsBehindAReadOnlyFolderLeavesNothing()
+    {
+        const auto lines = linesOfUser([this] {
+            const bool isMade = m_tree->addFolder("own/item");
+            const QByteArrayList order = addTwoFolders("own/item");
+            if (!isMade || order.size() != 2
+                || !m_tree->addFile("own/item/" + order.at(0) + "/menu.txt")
+                || ::mkfifo(m_tree->path("own/item/" + order.at(1) + "/pipe").constData(), 0600)
+                    != 0)
+                printDiagnostic("no item");
+            ::chmod(m_tree->path("own/item/" + order.at(0)).constData(), 0555);
+
+            printMoved(renameFile(m_tree->url("own/item"), m_tree->url("volume/item")));
+
+            print("own/item");
+            print("own/item/" + order.at(0));
+            print("volume");
+            ::chmod(m_tree->path("own/item/" + order.at(0)).constData(), 0755);
+        });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines.size(), 5);
+        QCOMPARE(lines.at(0), errorLine("own/item", "volume/item", "Operation not supported"));
+        QCOMPARE(lines.at(1), QByteArray("not moved"));
+        QCOMPARE(lines.at(2), QByteArray("own/item: one,other"));
+        QVERIFY(lines.at(3).endsWith(": menu.txt"));
+        QCOMPARE(lines.at(4), QByteArray("volume: "));
+    }
+
+    void aCopyThatDoesNotComeToTheDiskLeavesTheOriginal()
+    {
+        const auto lines = linesOfUser([this] {
+            if (!m_tree->addFile("own/item", "content"))
+                printDiagnostic("no item");
+            refuseSystemCall(SYS_syncfs, EIO);
+
+            printMoved(renameFile(m_tree->url("own/item"), m_tree->url("volume/item")));
+
+            printDiagnostic(m_tree->content("own/item").toStdString());
+            print("volume");
+        });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines,
+            (QByteArrayList { errorLine("own/item", "volume/item", "Input/output error"),
+                "not moved", "content", "volume: item" }));
+    }
+
+    void aFolderDoesNotMoveIntoItselfByAnotherPath_data()
+    {
+        QTest::addColumn<QByteArray>("mounted");
+        QTest::newRow("its own") << QByteArray("item");
+        QTest::newRow("one within it") << QByteArray("item/inner");
+    }
+
+    void aFolderDoesNotMoveIntoItselfByAnotherPath()
+    {
+        QFETCH(const QByteArray, mounted);
+        QVERIFY(m_tree->addFolder("item") && m_tree->addFolder("item/inner"));
+        QVERIFY(m_tree->addFile("item/inner/menu.txt") && m_tree->addFolder("again"));
+
+        const auto lines = linesOfChild([&] {
+            if (!mountAgain(m_tree->path(mounted), m_tree->path("again"))) {
+                printDiagnostic("skip");
+                return;
+            }
+            printMoved(renameFile(m_tree->url("item"), m_tree->url("again/new")));
+        });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines,
+            (QByteArrayList { errorLine("item", "again/new", "Invalid argument"), "not moved" }));
+        QCOMPARE(m_tree->names("item"), QByteArrayList { "inner" });
+        QCOMPARE(m_tree->names("item/inner"), QByteArrayList { "menu.txt" });
+    }
+
+    // On a file system that cannot be told to replace nothing
+
+    void withoutTheFlagItemsAreRenamedAndNothingIsReplaced()
+    {
+        QVERIFY(m_tree->addFile("menu.txt", "content") && m_tree->addFile("file", "kept"));
+        QVERIFY(m_tree->addFolder("folder") && m_tree->addFolder("empty"));
+        QVERIFY(m_tree->addLink("dangling", "nowhere"));
+
+        const auto lines = linesOfChild([this] {
+            refuseSystemCall(SYS_renameat2, EINVAL);
+            printMoved(renameFile(m_tree->url("menu.txt"), m_tree->url("file")));
+            printMoved(renameFile(m_tree->url("folder"), m_tree->url("empty")));
+            printMoved(renameFile(m_tree->url("menu.txt"), m_tree->url("new.txt")));
+            printMoved(renameFile(m_tree->url("folder"), m_tree->url("new folder")));
+            printMoved(renameFile(m_tree->url("dangling"), m_tree->url("new link")));
+        });
+
+        QCOMPARE(lines,
+            (QByteArrayList { errorLine("menu.txt", "file", "File exists"), "not moved",
+                errorLine("folder", "empty", "File exists"), "not moved", "moved", "moved",
+                "moved" }));
+        QCOMPARE(m_tree->names(),
+            (QByteArrayList { "empty", "file", "new folder", "new link", "new.txt" }));
+        QCOMPARE(m_tree->content("file"), QByteArray("kept"));
+        QCOMPARE(m_tree->content("new.txt"), QByteArray("content"));
+    }
+
+    void withoutTheFlagAndWithoutLinksItemsAreRenamedAndNothingIsReplaced()
+    {
+        QVERIFY(m_tree->addFile("menu.txt", "content") && m_tree->addFile("file", "kept"));
+
+        const auto lines = linesOfChild([this] {
+            refuseSystemCall(SYS_renameat2, EINVAL);
+            refuseSystemCall(SYS_linkat, EPERM);
+            printMoved(renameFile(m_tree->url("menu.txt"), m_tree->url("file")));
+            printMoved(renameFile(m_tree->url("menu.txt"), m_tree->url("new.txt")));
+        });
+
+        QCOMPARE(lines,
+            (QByteArrayList {
+                errorLine("menu.txt", "file", "File exists"), "not moved", "moved" }));
+        QCOMPARE(m_tree->names(), (QByteArrayList { "file", "new.txt" }));
+        QCOMPARE(m_tree->content("file"), QByteArray("kept"));
     }
 };
 

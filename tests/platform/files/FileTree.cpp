@@ -6,10 +6,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <linux/capability.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -31,7 +34,7 @@ bool writeText(const char* path, const std::string& text)
 }
 
 /// A user may mount in a namespace of his own, in which he keeps his numbers.
-bool enterOwnNamespace()
+bool makeOwnNamespace()
 {
     const std::string user = std::to_string(::geteuid());
     const std::string group = std::to_string(::getegid());
@@ -43,6 +46,12 @@ bool enterOwnNamespace()
         && writeText("/proc/self/uid_map", user + ' ' + user + " 1")
         && writeText("/proc/self/setgroups", "deny")
         && writeText("/proc/self/gid_map", group + ' ' + group + " 1");
+}
+
+/// What is mounted from now on is seen by this process only.
+bool enterOwnNamespace()
+{
+    return makeOwnNamespace() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
 } // namespace
@@ -136,6 +145,29 @@ void becomeNobody()
 
 bool mountVolume(const QByteArray& folder)
 {
-    return enterOwnNamespace() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+    return enterOwnNamespace()
         && ::mount("none", folder.constData(), "tmpfs", 0, "size=1m,mode=0755") == 0;
+}
+
+bool mountAgain(const QByteArray& folder, const QByteArray& place)
+{
+    return enterOwnNamespace()
+        && ::mount(folder.constData(), place.constData(), nullptr, MS_BIND, nullptr) == 0;
+}
+
+void refuseSystemCall(long number, int error)
+{
+    constexpr auto numberAt = static_cast<unsigned int>(offsetof(seccomp_data, nr));
+    const auto refused = static_cast<unsigned int>(number);
+    const auto answer = SECCOMP_RET_ERRNO | static_cast<unsigned int>(error);
+    std::array<sock_filter, 4> steps {
+        sock_filter { BPF_LD | BPF_W | BPF_ABS, 0, 0, numberAt },
+        sock_filter { BPF_JMP | BPF_JEQ | BPF_K, 0, 1, refused },
+        sock_filter { BPF_RET | BPF_K, 0, 0, answer },
+        sock_filter { BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW },
+    };
+    const sock_fprog filter { steps.size(), steps.data() };
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0
+        || ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) != 0)
+        _exit(1);
 }

@@ -48,3 +48,10 @@ void becomeNobody();
 /// Mounts a file system in memory on the folder, which only this process sees; false where the
 /// machine does not allow that.
 [[nodiscard]] bool mountVolume(const QByteArray& folder);
+
+/// Mounts a folder at a second place, as mountVolume() does.
+[[nodiscard]] bool mountAgain(const QByteArray& folder, const QByteArray& place);
+
+/// From now on the system refuses each such call (SYS_...) with the error, as a broken disk or an
+/// old file system would.
+void refuseSystemCall(long number, int error);
