@@ -1,11 +1,12 @@
 #include "Trash.h"
 
 #include "Descriptor.h"
+#include "ItemIdentity.h"
 #include "ItemMove.h"
 #include "LocalPath.h"
 
+#include <QByteArray>
 #include <QDateTime>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <cerrno>
@@ -13,6 +14,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -20,12 +23,14 @@ namespace {
 
 // Held open, so that nobody can put another folder in its place meanwhile.
 struct TrashFolder {
+    Descriptor folder;
     Descriptor files;
     Descriptor info;
     std::error_code error;
 };
 
-constexpr int openFolderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+/// To pass through only: that needs no permission to list what is in it.
+constexpr int openFolderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 constexpr int openOwnFolderFlags = openFolderFlags | O_NOFOLLOW;
 
 /// Made where it is missing, for the user alone.
@@ -36,13 +41,16 @@ Descriptor makeFolder(const Descriptor& parent, const std::string& name)
     return Descriptor(::openat(parent.number(), name.c_str(), openOwnFolderFlags));
 }
 
-TrashFolder openTrash(const Descriptor& folder)
+TrashFolder failed(const std::error_code& error) { return { {}, {}, {}, error }; }
+
+TrashFolder openTrash(Descriptor folder)
 {
     if (!folder.isOpen())
-        return { {}, {}, lastError() };
-    TrashFolder trash { makeFolder(folder, "files"), {}, {} };
+        return failed(lastError());
+    TrashFolder trash { std::move(folder), {}, {}, {} };
+    trash.files = makeFolder(trash.folder, "files");
     if (trash.files.isOpen())
-        trash.info = makeFolder(folder, "info");
+        trash.info = makeFolder(trash.folder, "info");
     if (!trash.files.isOpen() || !trash.info.isOpen())
         trash.error = lastError();
     return trash;
@@ -59,13 +67,25 @@ std::error_code makePrivateFolders(const fs::path& path)
     return ::mkdir(path.c_str(), S_IRWXU) == 0 ? std::error_code() : lastError();
 }
 
+/// The folder for data, as bytes: a home need not be UTF-8. Empty where the user has none.
+fs::path dataFolder()
+{
+    fs::path data = qgetenv("XDG_DATA_HOME").toStdString();
+    if (data.is_absolute())
+        return data;
+    const fs::path home = qgetenv("HOME").toStdString();
+    return home.is_absolute() ? home / ".local/share" : fs::path();
+}
+
 /// A user may have it elsewhere: links are followed.
 TrashFolder openHomeTrash()
 {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    const fs::path path = fs::path(data.toStdString()) / "Trash";
+    const fs::path data = dataFolder();
+    if (data.empty())
+        return failed(std::make_error_code(std::errc::no_such_file_or_directory));
+    const fs::path path = data / "Trash";
     if (const auto error = makePrivateFolders(path))
-        return { {}, {}, error };
+        return failed(error);
     return openTrash(Descriptor(::open(path.c_str(), openFolderFlags)));
 }
 
@@ -84,10 +104,10 @@ bool isSticky(const Descriptor& folder)
 
 TrashFolder openOwnTrash(const Descriptor& parent, const std::string& name)
 {
-    const Descriptor folder = makeFolder(parent, name);
+    Descriptor folder = makeFolder(parent, name);
     if (folder.isOpen() && !isOwn(folder))
-        return { {}, {}, std::make_error_code(std::errc::permission_denied) };
-    return openTrash(folder);
+        return failed(std::make_error_code(std::errc::permission_denied));
+    return openTrash(std::move(folder));
 }
 
 /// The user's folder in the trash that an administrator has set up for all, or else one that is
@@ -148,38 +168,71 @@ std::string trashInfo(const fs::path& oldPlace)
     return info.toStdString();
 }
 
+/// Returns when it is on the disk.
+std::error_code writeAndClose(Descriptor file, const std::string& content)
+{
+    if (!file.isOpen())
+        return lastError();
+    const ssize_t written = ::write(file.number(), content.data(), content.size());
+    if (written < 0)
+        return lastError();
+    if (written != static_cast<ssize_t>(content.size()))
+        return std::make_error_code(std::errc::no_space_on_device);
+    return ::fsync(file.number()) == 0 ? file.close() : lastError();
+}
+
 /// Writes a file that is not there yet, whole or not at all.
 std::error_code writeNewFile(
     const Descriptor& folder, const std::string& name, const std::string& content)
 {
     const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-    const Descriptor file(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
-    if (!file.isOpen())
-        return lastError();
-    const ssize_t written = ::write(file.number(), content.data(), content.size());
-    if (written == static_cast<ssize_t>(content.size()))
-        return {};
-    const std::error_code error
-        = written < 0 ? lastError() : std::make_error_code(std::errc::no_space_on_device);
-    ::unlinkat(folder.number(), name.c_str(), 0);
+    Descriptor file(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
+    const bool isMade = file.isOpen();
+    const std::error_code error = writeAndClose(std::move(file), content);
+    if (error && isMade)
+        ::unlinkat(folder.number(), name.c_str(), 0);
     return error;
 }
 
-std::error_code moveInto(const TrashFolder& trash, const fs::path& item, const fs::path& oldPlace)
+/// What is to be thrown away.
+struct TrashedItem {
+    fs::path path; ///< without links but in its last name
+    std::vector<ItemIdentity> identities; ///< its own, and those of the folders that it lies in
+};
+
+bool liesIn(const TrashedItem& item, const Descriptor& folder)
+{
+    struct stat status { };
+    return ::fstat(folder.number(), &status) != 0
+        || std::find(item.identities.begin(), item.identities.end(), identityOf(status))
+        != item.identities.end();
+}
+
+/// What is in the trash already would lose its old place, and the trash cannot hold itself.
+bool isInTrash(const TrashedItem& item, const TrashFolder& trash)
+{
+    return liesIn(item, trash.folder) || liesIn(item, trash.files) || liesIn(item, trash.info);
+}
+
+std::error_code moveInto(
+    const TrashFolder& trash, const TrashedItem& item, const fs::path& oldPlace)
 {
     if (trash.error)
         return trash.error;
+    if (isInTrash(item, trash))
+        return std::make_error_code(std::errc::invalid_argument);
     const std::string info = trashInfo(oldPlace);
     std::error_code error;
     int attempt = 0;
     do {
-        const std::string name = trashedName(item.filename().string(), ++attempt);
+        const std::string name = trashedName(item.path.filename().string(), ++attempt);
         const std::string infoName = name + ".trashinfo";
-        // The description first: its name reserves the item's.
+        // The description first, and on the disk: its name reserves the item's, and no power cut
+        // leaves an item of which nobody knows the old place.
         error = writeNewFile(trash.info, infoName, info);
         if (error)
             continue;
-        error = renameWithoutReplacing(item, trash.files.number(), name);
+        error = renameWithoutReplacing(item.path, trash.files.number(), name);
         if (error)
             ::unlinkat(trash.info.number(), infoName.c_str(), 0);
     } while (error == std::errc::file_exists);
@@ -188,19 +241,22 @@ std::error_code moveInto(const TrashFolder& trash, const fs::path& item, const f
 
 } // namespace
 
-std::error_code moveToTrash(const fs::path& item)
+std::error_code moveToTrash(const fs::path& path)
 {
-    if (!endsInName(item))
+    if (!endsInName(path))
         return std::make_error_code(std::errc::invalid_argument);
     std::error_code error;
-    const fs::path folder = fs::canonical(item.parent_path(), error);
+    const fs::path folder = fs::canonical(path.parent_path(), error);
     if (error)
         return error;
-    const fs::path place = folder / item.filename();
+    TrashedItem item { folder / path.filename(), {} };
+    item.identities = identitiesUpward(item.path, error);
+    if (error)
+        return error;
     const TrashFolder home = openHomeTrash();
-    error = moveInto(home, item, place);
+    error = moveInto(home, item, item.path);
     if (!home.error && error != std::errc::cross_device_link)
         return error;
     const fs::path top = topOf(folder);
-    return moveInto(openVolumeTrash(top), item, place.lexically_relative(top));
+    return moveInto(openVolumeTrash(top), item, item.path.lexically_relative(top));
 }

@@ -7,7 +7,9 @@
 #include <QDateTime>
 #include <QTest>
 
+#include <cerrno>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 class TrashTest : public QObject {
@@ -126,6 +128,39 @@ private Q_SLOTS:
         QVERIFY(m_tree->has("home/.local/share/Trash/files/menu.txt"));
     }
 
+    void aDataFolderThatIsNotAbsoluteIsNone()
+    {
+        qputenv("XDG_DATA_HOME", "data");
+        QVERIFY(m_tree->addFile("home/menu.txt"));
+
+        (void)deleteFile(m_tree->url("home/menu.txt"), true);
+
+        QVERIFY(m_tree->has("home/.local/share/Trash/files/menu.txt"));
+    }
+
+    void aHomeNeedNotBeUtf8_data()
+    {
+        QTest::addColumn<QByteArray>("variable");
+        QTest::addColumn<QByteArray>("data");
+        QTest::newRow("the home itself") << QByteArray("HOME") << QByteArray("/.local/share");
+        QTest::newRow("the data folder") << QByteArray("XDG_DATA_HOME") << QByteArray();
+    }
+
+    void aHomeNeedNotBeUtf8()
+    {
+        QFETCH(const QByteArray, variable);
+        QFETCH(const QByteArray, data);
+        qunsetenv("XDG_DATA_HOME");
+        qputenv(variable.constData(), m_tree->path("caf\xe9"));
+        QVERIFY(m_tree->addFolder("caf\xe9") && m_tree->addFile("caf\xe9/menu.txt"));
+
+        (void)deleteFile(m_tree->url("caf\xe9/menu.txt"), true);
+
+        QVERIFY(m_tree->has("caf\xe9" + data + "/Trash/files/menu.txt"));
+        QCOMPARE(oldPlace("caf\xe9" + data + "/Trash/info/menu.txt.trashinfo"),
+            "Path=" + m_tree->path("caf%E9/menu.txt"));
+    }
+
     void anyItemCanBeTrashed_data()
     {
         QTest::addColumn<QByteArray>("name");
@@ -175,6 +210,18 @@ private Q_SLOTS:
         QCOMPARE(m_tree->names("home/data/Trash/files"), QByteArrayList { trashed });
         QCOMPARE(oldPlace("home/data/Trash/info/" + trashed + ".trashinfo"),
             "Path=" + m_tree->path("home/" + name).toPercentEncoding("/"));
+    }
+
+    void aFileOnAVeryLongPathIsTrashed()
+    {
+        const QByteArray name = m_tree->addDeepFolder("home") + "/menu.txt";
+        QVERIFY(m_tree->addFile(name, "content"));
+
+        (void)deleteFile(m_tree->url(name), true);
+
+        QVERIFY(!m_tree->has(name));
+        QCOMPARE(m_tree->content("home/data/Trash/files/menu.txt"), QByteArray("content"));
+        QCOMPARE(oldPlace("home/data/Trash/info/menu.txt.trashinfo"), "Path=" + m_tree->path(name));
     }
 
     void aSecondItemOfTheSameNameGetsANumber()
@@ -293,6 +340,51 @@ private Q_SLOTS:
         QCOMPARE(m_tree->names("home/data/Trash/info"), QByteArrayList());
     }
 
+    void theTrashAndWhatIsInItStayWhereTheyAre_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::newRow("an item in it") << QByteArray("/files/folder");
+        QTest::newRow("what is in that") << QByteArray("/files/folder/menu.txt");
+        QTest::newRow("a description") << QByteArray("/info/folder.trashinfo");
+        QTest::newRow("its items") << QByteArray("/files");
+        QTest::newRow("its descriptions") << QByteArray("/info");
+        QTest::newRow("the trash itself") << QByteArray();
+    }
+
+    void theTrashAndWhatIsInItStayWhereTheyAre()
+    {
+        QFETCH(const QByteArray, name);
+        const QByteArray trash = "home/data/Trash";
+        QVERIFY(m_tree->addFolder("home/folder") && m_tree->addFile("home/folder/menu.txt"));
+        (void)deleteFile(m_tree->url("home/folder"), true);
+        QVERIFY(m_tree->addLink("home/link", "data/Trash"));
+
+        QVERIFY(deleteFile(m_tree->url(trash + name), true));
+        if (!name.isEmpty())
+            QVERIFY(deleteFile(m_tree->url("home/link" + name), true));
+
+        QCOMPARE(m_tree->names(trash), (QByteArrayList { "files", "info" }));
+        QCOMPARE(m_tree->names(trash + "/files"), QByteArrayList { "folder" });
+        QCOMPARE(m_tree->names(trash + "/files/folder"), QByteArrayList { "menu.txt" });
+        QCOMPARE(m_tree->names(trash + "/info"), QByteArrayList { "folder.trashinfo" });
+    }
+
+    void anItemWhoseDescriptionDoesNotComeToTheDiskStaysWhereItIs()
+    {
+        QVERIFY(m_tree->addFile("home/menu.txt"));
+
+        const auto lines = linesOfChild([this] {
+            refuseSystemCall(SYS_fsync, EIO);
+            printDiagnostic(deleteFile(m_tree->url("home/menu.txt"), true) ? "true" : "false");
+        });
+
+        QCOMPARE(lines, QByteArrayList { "true" });
+        QVERIFY(m_tree->has("home/menu.txt"));
+        QCOMPARE(m_tree->names("home/data/Trash"), (QByteArrayList { "files", "info" }));
+        QCOMPARE(m_tree->names("home/data/Trash/files"), QByteArrayList());
+        QCOMPARE(m_tree->names("home/data/Trash/info"), QByteArrayList());
+    }
+
     void whatMayNotBeMovedStaysWhereItIsAndTheResultIsTrue()
     {
         QVERIFY(m_tree->addFolder("closed") && m_tree->addFile("closed/menu.txt"));
@@ -406,6 +498,85 @@ private Q_SLOTS:
         if (lines == QByteArrayList { "skip" })
             QSKIP("Only an administrator can give a folder away, and mount a volume for it.");
         QCOMPARE(lines, (QByteArrayList { trash + ": ", "volume/folder: menu.txt" }));
+    }
+
+    void inATrashForAllUsersAFolderThatSomebodyElseMadeIsNotUsed()
+    {
+        const QByteArray user = QByteArray::number(geteuid());
+
+        const auto lines = linesOfVolume(
+            [&] {
+                if (!m_tree->addFolder("volume/.Trash")
+                    || !m_tree->addFolder("volume/.Trash/" + user))
+                    printDiagnostic("no trash");
+                ::chmod(m_tree->path("volume/.Trash").constData(), 01777);
+                giveAway("volume/.Trash/" + user);
+            },
+            [&] {
+                print("volume/.Trash/" + user);
+                print("volume/.Trash-" + user + "/files");
+            });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("Only an administrator can give a folder away, and mount a volume for it.");
+        QCOMPARE(lines,
+            (QByteArrayList {
+                "volume/.Trash/" + user + ": ", "volume/.Trash-" + user + "/files: menu.txt" }));
+    }
+
+    void aTrashThatIsALinkIsNotUsed()
+    {
+        const QByteArray trash = "volume/.Trash-" + QByteArray::number(geteuid());
+
+        const auto lines = linesOfVolume(
+            [&] {
+                if (!m_tree->addFolder("volume/elsewhere") || !m_tree->addLink(trash, "elsewhere"))
+                    printDiagnostic("no trash");
+            },
+            [this] {
+                print("volume/elsewhere");
+                print("volume/folder");
+            });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines, (QByteArrayList { "volume/elsewhere: ", "volume/folder: menu.txt" }));
+    }
+
+    void foldersOnTheWayToTheTrashNeedNotBeReadable()
+    {
+        const auto lines = linesOfVolume(
+            [this] {
+                if (!m_tree->addFolder("volume/.Trash"))
+                    printDiagnostic("no trash");
+                ::chmod(m_tree->path("volume/.Trash").constData(), 01733);
+                ::chmod(m_tree->path("volume/folder").constData(), 0777);
+                ::chmod(m_tree->path("volume").constData(), 0711);
+                becomeNobody();
+            },
+            [this] {
+                const QByteArray user = QByteArray::number(geteuid());
+                printDiagnostic(
+                    m_tree->names("volume/.Trash/" + user + "/files").join(',').toStdString());
+                print("volume/folder");
+            });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines, (QByteArrayList { "menu.txt", "volume/folder: " }));
+    }
+
+    void whatIsInAVolumesTrashStaysThere()
+    {
+        const QByteArray files = "volume/.Trash-" + QByteArray::number(geteuid()) + "/files";
+
+        const auto lines
+            = linesOfVolume([&] { (void)deleteFile(m_tree->url("volume/folder/menu.txt"), true); },
+                [&] { print(files); }, files + "/menu.txt");
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines, QByteArrayList { files + ": menu.txt" });
     }
 
     void aFolderOfAnotherVolumeIsNotCopied()
