@@ -684,6 +684,27 @@ private Q_SLOTS:
         QCOMPARE(m_tree->names("item/inner"), QByteArrayList { "menu.txt" });
     }
 
+    void aFolderThatWouldMoveIntoItselfIsRefusedBeforeAnythingIsCopied()
+    {
+        QVERIFY(m_tree->addFolder("item") && m_tree->addFolder("again"));
+        // Who tried would be refused for another reason.
+        ::chmod(m_tree->path("item").constData(), 0555);
+
+        const auto lines = linesOfChild([this] {
+            if (!mountAgain(m_tree->path("item"), m_tree->path("again"))) {
+                printDiagnostic("skip");
+                return;
+            }
+            becomeNobody();
+            printMoved(renameFile(m_tree->url("item"), m_tree->url("again/new")));
+        });
+
+        if (lines == QByteArrayList { "skip" })
+            QSKIP("This machine lets its users mount nothing.");
+        QCOMPARE(lines,
+            (QByteArrayList { errorLine("item", "again/new", "Invalid argument"), "not moved" }));
+    }
+
     // On a file system that cannot be told to replace nothing
 
     void withoutTheFlagItemsAreRenamedAndNothingIsReplaced()
