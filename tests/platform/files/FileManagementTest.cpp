@@ -732,6 +732,20 @@ private Q_SLOTS:
         QCOMPARE(m_tree->content("new.txt"), QByteArray("content"));
     }
 
+    void withoutTheFlagAFileNeedsNoCallThatCouldReplaceAnother()
+    {
+        QVERIFY(m_tree->addFile("menu.txt", "content"));
+
+        const auto lines = linesOfChild([this] {
+            refuseSystemCall(SYS_renameat2, EINVAL);
+            refuseSystemCall(SYS_renameat, EIO);
+            printMoved(renameFile(m_tree->url("menu.txt"), m_tree->url("new.txt")));
+        });
+
+        QCOMPARE(lines, QByteArrayList { "moved" });
+        QCOMPARE(m_tree->names(), QByteArrayList { "new.txt" });
+    }
+
     void withoutTheFlagAndWithoutLinksItemsAreRenamedAndNothingIsReplaced()
     {
         QVERIFY(m_tree->addFile("menu.txt", "content") && m_tree->addFile("file", "kept"));
