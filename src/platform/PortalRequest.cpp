@@ -11,6 +11,7 @@ namespace {
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString desktopPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
 QString nextToken()
 {
@@ -44,8 +45,9 @@ void PortalRequest::call(const QString& interface, const QString& method,
         return;
     }
     const QString token = nextToken();
-    bus.connect(service, handlePath(bus, token), QStringLiteral("org.freedesktop.portal.Request"),
-        QStringLiteral("Response"), this, SLOT(onResponse(uint, QVariantMap)));
+    m_handle = handlePath(bus, token);
+    bus.connect(service, m_handle, requestInterface, QStringLiteral("Response"), this,
+        SLOT(onResponse(uint, QVariantMap)));
 
     options.insert(QStringLiteral("handle_token"), token);
     QDBusMessage message = QDBusMessage::createMethodCall(service, desktopPath, interface, method);
@@ -56,6 +58,14 @@ void PortalRequest::call(const QString& interface, const QString& method,
         if (watcher->isError())
             finish(outcomeOf(watcher->error().type()), {});
     });
+}
+
+void PortalRequest::withdraw()
+{
+    m_finished = true;
+    QDBusConnection::sessionBus().asyncCall(QDBusMessage::createMethodCall(
+        service, m_handle, requestInterface, QStringLiteral("Close")));
+    deleteLater();
 }
 
 void PortalRequest::onResponse(uint code, const QVariantMap& results)

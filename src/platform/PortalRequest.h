@@ -28,6 +28,10 @@ public:
     void call(const QString& interface, const QString& method, const QVariantList& arguments,
         QVariantMap options);
 
+    /// Takes back a request that was called: what the portal shows of it goes away, and `finished`
+    /// is not emitted. Deletes this object.
+    void withdraw();
+
 Q_SIGNALS:
     void finished(PortalRequest::Outcome outcome, const QVariantMap& results);
 
@@ -37,5 +41,6 @@ private Q_SLOTS:
 private:
     void finish(Outcome outcome, const QVariantMap& results);
 
+    QString m_handle;
     bool m_finished = false;
 };
