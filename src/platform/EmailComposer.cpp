@@ -1,14 +1,24 @@
 #include "EmailComposer.h"
 
 #include "PortalRequest.h"
+#include "PortalWindow.h"
 
 #include <QDesktopServices>
 #include <QProcess>
 #include <QSet>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QUrl>
 
+#include <chrono>
+#include <utility>
+
 namespace {
+
+using namespace std::chrono_literals;
+
+/// xdg-email may run as long as the mail program that it started; one that fails does so sooner.
+constexpr auto openingTime = 3s;
 
 QUrl mailtoUrl(const QString& subject, const QString& body)
 {
@@ -31,43 +41,63 @@ QSet<QProcess*>& mailPrograms()
 
 void EmailComposer::compose(const QString& subject, const QString& body)
 {
-    auto* const request = new PortalRequest(this);
-    connect(request, &PortalRequest::finished, this,
+    m_request = new PortalRequest(this);
+    connect(m_request, &PortalRequest::finished, this,
         [this, subject, body](PortalRequest::Outcome outcome) {
             if (outcome == PortalRequest::Failed || outcome == PortalRequest::Refused)
                 composeWithoutPortal(subject, body);
             else if (outcome == PortalRequest::Unanswered)
-                Q_EMIT failed();
+                finish(Failed);
+            else
+                finish(outcome == PortalRequest::Done ? Composed : Cancelled);
         });
-    request->call(QStringLiteral("org.freedesktop.portal.Email"), QStringLiteral("ComposeEmail"),
-        { QString() },
+    m_request->call(QStringLiteral("org.freedesktop.portal.Email"), QStringLiteral("ComposeEmail"),
+        { parentWindowForPortal() },
         { { QStringLiteral("subject"), subject }, { QStringLiteral("body"), body } });
+}
+
+void EmailComposer::withdraw()
+{
+    m_finished = true;
+    if (m_request)
+        m_request->withdraw();
 }
 
 void EmailComposer::composeWithoutPortal(const QString& subject, const QString& body)
 {
     const QString xdgEmail = QStandardPaths::findExecutable(QStringLiteral("xdg-email"));
-    const QStringList arguments { QStringLiteral("--utf8"), QStringLiteral("--subject"), subject,
-        QStringLiteral("--body"), body };
     if (xdgEmail.isEmpty()) {
-        if (!QDesktopServices::openUrl(mailtoUrl(subject, body)))
-            Q_EMIT failed();
+        finish(QDesktopServices::openUrl(mailtoUrl(subject, body)) ? Composed : Failed);
         return;
     }
+    startXdgEmail(xdgEmail,
+        { QStringLiteral("--utf8"), QStringLiteral("--subject"), subject, QStringLiteral("--body"),
+            body });
+}
 
+void EmailComposer::startXdgEmail(const QString& program, const QStringList& arguments)
+{
     auto* const process = new QProcess;
     mailPrograms().insert(process);
     connect(process, &QObject::destroyed, process, [process] { mailPrograms().remove(process); });
+    connect(process, &QProcess::finished, process, &QObject::deleteLater);
     connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
         if (error != QProcess::FailedToStart)
             return;
         process->deleteLater();
-        Q_EMIT failed();
+        finish(Failed);
     });
-    connect(process, &QProcess::finished, this, [this, process](int exitCode) {
-        process->deleteLater();
-        if (exitCode != 0)
-            Q_EMIT failed();
-    });
-    process->start(xdgEmail, arguments);
+    connect(process, &QProcess::finished, this,
+        [this](int exitCode) { finish(exitCode == 0 ? Composed : Failed); });
+    auto* const opening = new QTimer(this);
+    opening->setSingleShot(true);
+    connect(opening, &QTimer::timeout, this, [this] { finish(Composed); });
+    opening->start(openingTime);
+    process->start(program, arguments);
+}
+
+void EmailComposer::finish(Outcome outcome)
+{
+    if (!std::exchange(m_finished, true))
+        Q_EMIT finished(outcome);
 }

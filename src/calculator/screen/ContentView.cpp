@@ -2,6 +2,7 @@
 
 #include "CoreDataManager.h"
 #include "Diagnostics.h"
+#include "EmailComposer.h"
 #include "Formatting.h"
 #include "Palette.h"
 #include "SplitSummary.h"
@@ -48,7 +49,6 @@ ContentView::ContentView(
     connect(&userSettings, &UserSettings::showCurrencyChanged, this, &ContentView::resultsChanged);
     connect(
         &userSettings, &UserSettings::highlightSumsChanged, this, &ContentView::panelColorsChanged);
-    connect(&m_emailComposer, &EmailComposer::failed, this, [this] { setShowShareFailed(true); });
     showStoredBill();
 }
 
@@ -199,8 +199,16 @@ void ContentView::setShowShareFailed(bool show)
 
 void ContentView::shareButton()
 {
-    if (hasResults())
-        m_emailComposer.compose(m_global.appName, shareString());
+    if (!hasResults())
+        return;
+    auto* const composer = new EmailComposer(this);
+    connect(composer, &EmailComposer::finished, this,
+        [this, composer](EmailComposer::Outcome outcome) {
+            composer->deleteLater();
+            if (outcome == EmailComposer::Failed)
+                setShowShareFailed(true);
+        });
+    composer->compose(m_global.appName, shareString());
 }
 
 void ContentView::save()

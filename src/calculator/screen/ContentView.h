@@ -1,7 +1,6 @@
 #pragma once
 
 #include "DescriptionBuffer.h"
-#include "EmailComposer.h"
 #include "GlobalModel.h"
 #include "Split.h"
 #include "UserSettings.h"
@@ -179,7 +178,6 @@ private:
     UserSettings& m_userSettings;
     NSManagedObjectContext& m_viewContext;
     GlobalModel& m_global;
-    EmailComposer m_emailComposer;
 
     bool m_showSettings = false;
     bool m_showHistory = false;
