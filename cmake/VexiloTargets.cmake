@@ -58,10 +58,13 @@ function(vexilo_library target)
     vexilo_configure(${target} ${ARGN})
 endfunction()
 
-# vexilo_qml_module(name URI uri [SOURCES ...] [QML_FILES ...] [PUBLIC targets] [PRIVATE targets])
-# A library with a QML module: compiled ahead of time and linked into the program.
+# vexilo_qml_module(name URI uri [SOURCES ...] [QML_FILES ...] [IMPORTS modules] [LATE_IMPORTS modules]
+#     [PUBLIC targets] [PRIVATE targets])
+# A library with a QML module: compiled ahead of time and linked into the program. The modules of
+# IMPORTS are loaded with it, those of LATE_IMPORTS not before a view that imports them.
 function(vexilo_qml_module target)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES;RESOURCES;PUBLIC;PRIVATE;IMPORTS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI"
+        "SOURCES;QML_FILES;RESOURCES;PUBLIC;PRIVATE;IMPORTS;LATE_IMPORTS")
     qt_add_library(${target} STATIC)
     target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     qt_add_qml_module(${target}
@@ -69,7 +72,7 @@ function(vexilo_qml_module target)
         VERSION 1.0
         RESOURCE_PREFIX /qt-project.org/imports
         IMPORTS ${arg_IMPORTS}
-        DEPENDENCIES QtQuick ${arg_IMPORTS}
+        DEPENDENCIES QtQuick ${arg_IMPORTS} ${arg_LATE_IMPORTS}
         QML_FILES ${arg_QML_FILES}
         RESOURCES ${arg_RESOURCES})
     vexilo_configure(${target} SOURCES ${arg_SOURCES} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
