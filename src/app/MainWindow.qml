@@ -80,4 +80,10 @@ T.ApplicationWindow {
         source: "HistorySheet.qml"
         onLoaded: (item as HistorySheet).show(window.app, window.contentView)
     }
+
+    Loader {
+        active: window.app.activityViewController !== null
+        source: "ActivitySheet.qml"
+        onLoaded: (item as ActivitySheet).show(window.app)
+    }
 }

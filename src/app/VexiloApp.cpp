@@ -2,6 +2,7 @@
 
 #include "Appearance.h"
 #include "Diagnostics.h"
+#include "RootViewController.h"
 #include "WebPage.h"
 
 #include <QEventLoop>
@@ -73,6 +74,9 @@ bool VexiloApp::makeWindow()
         return false;
     }
     (void)object.release();
+    m_rootViewController = new RootViewController(m_window.get());
+    connect(m_rootViewController, &RootViewController::presentedChanged, this,
+        &VexiloApp::activityViewControllerChanged);
     return true;
 }
 
@@ -132,5 +136,12 @@ void VexiloApp::follow(
     if (previous)
         previous.release()->deleteLater();
 }
+
+UIActivityViewController* VexiloApp::activityViewController() const
+{
+    return m_rootViewController ? m_rootViewController->presented() : nullptr;
+}
+
+void VexiloApp::dismissActivityViewController() { m_rootViewController->dismiss(); }
 
 void VexiloApp::helpOnWebsite() { openWebPage(m_global.websiteHelp); }

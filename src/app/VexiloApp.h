@@ -5,10 +5,12 @@
 #include "HistoryView.h"
 #include "PersistenceController.h"
 #include "SettingsView.h"
+#include "UIActivityViewController.h"
 #include "UserSettings.h"
 #include "Utilities.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QtQml/qqmlregistration.h>
@@ -16,6 +18,7 @@
 #include <memory>
 
 class QQuickWindow;
+class RootViewController;
 
 /// The application: builds the shared objects, opens the one window, applies the theme and keeps it
 /// applied, and offers the Help command.
@@ -27,6 +30,9 @@ class VexiloApp : public QObject {
     Q_PROPERTY(SettingsView* settingsView READ settingsView NOTIFY settingsViewChanged)
     /// The saved bills screen's state; null while the screen is closed.
     Q_PROPERTY(HistoryView* historyView READ historyView NOTIFY historyViewChanged)
+    /// The share sheet's state; null while none is presented.
+    Q_PROPERTY(UIActivityViewController* activityViewController READ activityViewController NOTIFY
+            activityViewControllerChanged)
 
 public:
     VexiloApp();
@@ -39,12 +45,17 @@ public:
     /// that is no absolute address stops the process.
     Q_INVOKABLE void helpOnWebsite();
 
+    /// The share sheet has slid away.
+    Q_INVOKABLE void dismissActivityViewController();
+
     [[nodiscard]] SettingsView* settingsView() const { return m_settingsView.get(); }
     [[nodiscard]] HistoryView* historyView() const { return m_historyView.get(); }
+    [[nodiscard]] UIActivityViewController* activityViewController() const;
 
 Q_SIGNALS:
     void settingsViewChanged();
     void historyViewChanged();
+    void activityViewControllerChanged();
     /// Once, after the first frame.
     void becameVisible();
 
@@ -72,4 +83,5 @@ private:
     std::unique_ptr<SettingsView> m_settingsView;
     std::unique_ptr<HistoryView> m_historyView;
     std::unique_ptr<QQuickWindow> m_window;
+    QPointer<RootViewController> m_rootViewController; // of the window
 };

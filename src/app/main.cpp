@@ -17,6 +17,7 @@ Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
+Q_IMPORT_QML_PLUGIN(Vexilo_SharePlugin)
 
 namespace {
 

@@ -11,14 +11,16 @@ PATH = "/org/freedesktop/portal/desktop"
 REQUEST = "/org/freedesktop/portal/desktop/request/{}/{}"
 DONE, CANCELLED, FAILED = 0, 1, 2
 
-EMAIL = """
+VERSION = '<property name="version" type="u" access="read"/>'
+EMAIL = f"""
 <node>
   <interface name="org.freedesktop.portal.Email">
     <method name="ComposeEmail">
       <arg type="s" direction="in"/>
-      <arg type="a{sv}" direction="in"/>
+      <arg type="a{{sv}}" direction="in"/>
       <arg type="o" direction="out"/>
     </method>
+    {VERSION}
   </interface>
 </node>
 """
@@ -42,12 +44,13 @@ SETTINGS = """
 class Portal:
     """Use as a context manager: on the session bus while inside."""
 
-    def __init__(self, interface):
-        self._interface = Gio.DBusNodeInfo.new_for_xml(interface).interfaces[0]
+    def __init__(self, *nodes):
+        self._interfaces = [Gio.DBusNodeInfo.new_for_xml(node).interfaces[0] for node in nodes]
 
     def __enter__(self):
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-        self._object = self.bus.register_object(PATH, self._interface, self._answer, None, None)
+        self._objects = [self.bus.register_object(PATH, interface, self._answer, _tell_version, None)
+                         for interface in self._interfaces]
         acquired = []
         self._name = Gio.bus_own_name_on_connection(
             self.bus, NAME, Gio.BusNameOwnerFlags.NONE, lambda *_: acquired.append(True), None)
@@ -56,11 +59,25 @@ class Portal:
 
     def __exit__(self, *_):
         Gio.bus_unown_name(self._name)
-        self.bus.unregister_object(self._object)
+        for registered in self._objects:
+            self.bus.unregister_object(registered)
         self.bus.flush_sync()
 
     def _answer(self, _bus, sender, _path, _interface, _method, arguments, invocation):
         self.answer(sender, arguments.unpack(), invocation)
+
+    def respond(self, sender, token, response, results=None):
+        """Tells a caller what came of its request."""
+        self.bus.emit_signal(sender, request_path(sender, token), "org.freedesktop.portal.Request",
+                             "Response", GLib.Variant("(ua{sv})", (response, results or {})))
+
+
+def request_path(sender, token):
+    return REQUEST.format(sender[1:].replace(".", "_"), token)
+
+
+def _tell_version(_bus, _sender, _path, _interface, _property):
+    return GLib.Variant("u", 3)
 
 
 class EmailPortal(Portal):
@@ -75,10 +92,8 @@ class EmailPortal(Portal):
         _parent, options = arguments
         token = options.pop("handle_token")
         self.letters.append(options)
-        request = REQUEST.format(sender[1:].replace(".", "_"), token)
-        invocation.return_value(GLib.Variant("(o)", (request,)))
-        self.bus.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
-                             GLib.Variant("(ua{sv})", (self._response, {})))
+        invocation.return_value(GLib.Variant("(o)", (request_path(sender, token),)))
+        self.respond(sender, token, self._response)
 
 
 class Wish(NamedTuple):
@@ -124,6 +139,10 @@ class SettingsPortal(Portal):
                              GLib.Variant("(ssv)", change))
 
 
+STILL = GLib.Variant("(a{sa{sv}})", (
+    {"org.gnome.desktop.interface": {"enable-animations": GLib.Variant("b", False)}},))
+
+
 class StillDesktop(Portal):
     """A desktop that asks for no motion, so that what shows stands where it stays."""
 
@@ -131,5 +150,4 @@ class StillDesktop(Portal):
         super().__init__(SETTINGS)
 
     def answer(self, _sender, _arguments, invocation):
-        wish = {"org.gnome.desktop.interface": {"enable-animations": GLib.Variant("b", False)}}
-        invocation.return_value(GLib.Variant("(a{sa{sv}})", (wish,)))
+        invocation.return_value(STILL)

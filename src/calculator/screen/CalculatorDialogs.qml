@@ -30,10 +30,4 @@ Item {
         source: "SaveFailedDialog.qml"
         onLoaded: (item as SaveFailedDialog).view = dialogs.view
     }
-
-    Loader {
-        active: dialogs.view.showShareFailed || status === Loader.Ready
-        source: "ShareFailedDialog.qml"
-        onLoaded: (item as ShareFailedDialog).view = dialogs.view
-    }
 }

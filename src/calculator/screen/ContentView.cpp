@@ -2,16 +2,19 @@
 
 #include "CoreDataManager.h"
 #include "Diagnostics.h"
-#include "EmailComposer.h"
 #include "Formatting.h"
 #include "Palette.h"
+#include "RootViewController.h"
 #include "SplitSummary.h"
+#include "UIActivityViewController.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QWindow>
 
 #include <limits>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -191,24 +194,17 @@ void ContentView::setRefreshInfo(bool refreshInfo)
     Q_EMIT refreshInfoChanged();
 }
 
-void ContentView::setShowShareFailed(bool show)
-{
-    m_showShareFailed = show;
-    Q_EMIT showShareFailedChanged();
-}
-
 void ContentView::shareButton()
 {
     if (!hasResults())
         return;
-    auto* const composer = new EmailComposer(this);
-    connect(composer, &EmailComposer::finished, this,
-        [this, composer](EmailComposer::Outcome outcome) {
-            composer->deleteLater();
-            if (outcome == EmailComposer::Failed)
-                setShowShareFailed(true);
-        });
-    composer->compose(m_global.appName, shareString());
+    auto controller
+        = std::make_unique<UIActivityViewController>(ActivityItems { { .text = shareString(),
+            .excerpt = ActivityItem::Excerpt {
+                .title = tr("Copy share per person"), .text = shareText() } } });
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    if (!windows.isEmpty())
+        RootViewController::of(*windows.first()).present(std::move(controller));
 }
 
 void ContentView::save()

@@ -32,8 +32,6 @@ class ContentView : public QObject {
     Q_PROPERTY(QString billDescription READ billDescription WRITE setBillDescription NOTIFY
             billDescriptionChanged)
     Q_PROPERTY(QString descriptionNotice READ descriptionNotice NOTIFY billDescriptionChanged)
-    Q_PROPERTY(bool showShareFailed READ showShareFailed WRITE setShowShareFailed NOTIFY
-            showShareFailedChanged)
     /// Flipped by what wants the results computed anew.
     Q_PROPERTY(bool refreshInfo READ refreshInfo WRITE setRefreshInfo NOTIFY refreshInfoChanged)
     Q_PROPERTY(bool isTextFieldFocused MEMBER m_isTextFieldFocused NOTIFY isTextFieldFocusedChanged)
@@ -88,7 +86,8 @@ public:
     Q_INVOKABLE void clear();
     /// Puts the summary on the clipboard and shows the notice. Does nothing without results.
     Q_INVOKABLE void copy();
-    /// Opens the e-mail program with the summary. Does nothing without results.
+    /// Opens the share sheet with the summary over the first window. Does nothing without results
+    /// and without a window; a window without a root view controller stops the process.
     Q_INVOKABLE void shareButton();
 
     /// Opens the save dialog, its description empty. Does nothing without results.
@@ -107,8 +106,6 @@ public:
     [[nodiscard]] bool showHistory() const { return m_showHistory; }
     [[nodiscard]] bool showCopied() const { return m_showCopied; }
     void setShowCopied(bool show);
-    [[nodiscard]] bool showShareFailed() const { return m_showShareFailed; }
-    void setShowShareFailed(bool show);
 
     [[nodiscard]] bool refreshInfo() const { return m_refreshInfo; }
     void setRefreshInfo(bool refreshInfo);
@@ -156,7 +153,6 @@ Q_SIGNALS:
     void showSaveFailedChanged();
     void billDescriptionChanged();
     void showClearChanged();
-    void showShareFailedChanged();
     void refreshInfoChanged();
     void isTextFieldFocusedChanged();
     void panelColorsChanged();
@@ -187,7 +183,6 @@ private:
     bool m_showSaveFailed = false;
     QString m_saveFailure;
     bool m_showClear = false;
-    bool m_showShareFailed = false;
     bool m_refreshInfo = false;
     bool m_isTextFieldFocused = false; // held for the screen's interface
     bool m_dark = false;

@@ -1,7 +1,10 @@
 #include "ContentView.h"
 
+#include "DeathTest.h"
 #include "Palette.h"
+#include "RootViewController.h"
 #include "TestStore.h"
+#include "UIActivityViewController.h"
 #include "UserDefaults.h"
 
 #include <QClipboard>
@@ -36,6 +39,8 @@ private:
     }
 
 private Q_SLOTS:
+    void initTestCase() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"); }
+
     void init()
     {
         m_view.reset();
@@ -314,6 +319,56 @@ private Q_SLOTS:
         QVERIFY(m_view->showCopied());
         QVERIFY(m_view->shareString().startsWith(
             QStringLiteral("Based on 2 people dining.\nThe bill came to $100.00\n")));
+    }
+
+    void withoutAWindowSharingDoesNothing()
+    {
+        QVERIFY(QGuiApplication::topLevelWindows().isEmpty());
+        m_view->billEdited(QStringLiteral("100"));
+
+        m_view->shareButton();
+    }
+
+    void aWindowWithoutARootViewControllerStopsTheProcess()
+    {
+        const QWindow window;
+        m_view->billEdited(QStringLiteral("100"));
+
+        const Death death = deathOf([this] { m_view->shareButton(); });
+
+        QVERIFY(death.aborted);
+        QCOMPARE(death.message,
+            QByteArray("Unexpectedly found nil while unwrapping an Optional value\n"));
+    }
+
+    void sharingPresentsTheSummaryOverTheFirstWindow()
+    {
+        QWindow window;
+        QWindow second;
+        RootViewController root(&window);
+        m_view->billEdited(QStringLiteral("100"));
+
+        m_view->shareButton();
+
+        const UIActivityViewController* const controller = root.presented();
+        QVERIFY(controller);
+        QCOMPARE(controller->activityItems().size(), 1);
+        QCOMPARE(controller->activityItems().first().text, m_view->shareString());
+        QCOMPARE(controller->activityItems().first().excerpt->text, QStringLiteral("$52.50"));
+        QVERIFY(!controller->applicationActivities());
+        QVERIFY(!controller->excludedActivityTypes());
+    }
+
+    void withoutResultsNothingIsShared()
+    {
+        QWindow window;
+        const RootViewController root(&window);
+        openWithStored({ { QStringLiteral("bill"), 1e300 } });
+        QVERIFY(!m_view->hasResults());
+
+        m_view->shareButton();
+
+        QCOMPARE(root.presented(), nullptr);
     }
 
     void withoutTheCurrencySymbolEveryAmountIsPlain()

@@ -1,15 +1,12 @@
-"""The summary of the bill on its way to other programs."""
+"""The summary of the bill on the clipboard."""
 
 import clipboard
 import screen
 import tree
-import waiting
 from case import EndToEndTest
-from portal import CANCELLED, FAILED, EmailPortal
 from tree import Role
 
 COPIED = "The information has been copied to the clipboard for pasting into other apps."
-NOT_SHARED = "The bill could not be shared."
 BILL = {"bill": "100", "people": "4", "tipFromEveryone": "true", "roundShare": "true"}
 SUMMARY = """Based on 4 people dining.
 The bill came to $100.00
@@ -126,85 +123,4 @@ class Copying(EndToEndTest):
     def dismiss_notice(self, vexilo):
         dialog = vexilo.expect(Role.DIALOG, COPIED)
         vexilo.press_button("OK", within=dialog)
-        vexilo.expect_none(Role.DIALOG)
-
-
-class Sharing(EndToEndTest):
-    def setUp(self):
-        super().setUp()
-        self.home.write_preferences(**BILL)
-
-    def test_the_portal_is_asked_to_compose_the_summary(self):
-        vexilo = self.launch()
-
-        with EmailPortal() as portal:
-            vexilo.press_button("Share")
-            vexilo.until(lambda: portal.letters, "the portal is asked")
-
-        self.assertEqual(portal.letters, [{"subject": "Vexilo", "body": SUMMARY}])
-
-    def test_where_the_portal_fails_the_mail_program_gets_the_summary(self):
-        self.home.add_recorder("xdg-email")
-        vexilo = self.launch()
-
-        with EmailPortal(FAILED):
-            vexilo.press_button("Share")
-            vexilo.until(lambda: self.home.recorded_arguments("xdg-email"),
-                         "the mail program is started")
-
-    def test_who_cancels_at_the_portal_is_not_asked_again(self):
-        self.home.add_recorder("xdg-email")
-        vexilo = self.launch()
-
-        with EmailPortal(CANCELLED) as mail:
-            vexilo.press_button("Share")
-            vexilo.until(lambda: len(mail.letters) == 1, "the portal is asked")
-            vexilo.press_button("Share")
-            vexilo.until(lambda: len(mail.letters) == 2, "the portal is asked again")
-
-        self.assertIsNone(self.home.recorded_arguments("xdg-email"))
-        self.assertIsNone(vexilo.find(Role.DIALOG))
-
-    def test_sharing_can_be_repeated(self):
-        vexilo = self.launch()
-
-        with EmailPortal() as portal:
-            vexilo.press_button("Share")
-            vexilo.until(lambda: len(portal.letters) == 1, "the portal is asked")
-            vexilo.set_bill("10")
-            vexilo.press_button("Share")
-            vexilo.until(lambda: len(portal.letters) == 2, "the portal is asked again")
-
-        self.assertIn("\nThe bill came to $10.00\n", portal.letters[1]["body"])
-
-    def test_without_a_portal_the_mail_program_gets_the_summary(self):
-        self.home.add_recorder("xdg-email")
-        vexilo = self.launch()
-
-        vexilo.press_button("Share")
-        arguments = vexilo.until(lambda: self.home.recorded_arguments("xdg-email"),
-                                 "the mail program is started")
-
-        self.assertEqual(arguments, ["--utf8", "--subject", "Vexilo", "--body", SUMMARY])
-
-    def test_a_mail_program_that_is_still_starting_outlives_the_window(self):
-        gate = self.home.file("gate")
-        self.home.add_recorder("xdg-email", wait_for=gate)
-        vexilo = self.launch()
-        vexilo.press_button("Share")
-        vexilo.until(gate.with_suffix(".reached").exists, "the mail program is starting")
-
-        vexilo.quit()
-        gate.touch()
-
-        waiting.until(lambda: self.home.recorded_arguments("xdg-email"), "the letter is composed")
-
-    def test_a_failure_to_share_is_said(self):
-        self.home.add_recorder("xdg-email", exit_code=3)
-        vexilo = self.launch()
-
-        vexilo.press_button("Share")
-        dialog = vexilo.expect(Role.DIALOG, NOT_SHARED)
-        vexilo.press_button("OK", within=dialog)
-
         vexilo.expect_none(Role.DIALOG)
