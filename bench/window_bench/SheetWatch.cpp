@@ -56,12 +56,13 @@ Clock::time_point rest(WindowWatch& window, Clock::time_point last)
 
 } // namespace
 
-SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut)
+SheetTimes openSheetByKeys(XServer& server, WindowWatch& window, const Keyboard& keyboard,
+    const std::vector<xcb_keysym_t>& keys)
 {
     const auto beneath = strip(server, window.area(), left, width);
     window.drain();
     const auto pressed = Clock::now();
-    keyboard.press({ keyControl, static_cast<xcb_keysym_t>(shortcut) });
+    keyboard.press(keys);
     while (const auto painted = window.nextDamage(pressed + limit)) {
         if (showsRows(server, window.area()))
             return { .firstRows = since(pressed, *painted),
@@ -69,6 +70,12 @@ SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keybo
                 .beneath = beneath };
     }
     throw MeasureError("No sheet with rows is seen.");
+}
+
+SheetTimes openSheet(XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut)
+{
+    return openSheetByKeys(
+        server, window, keyboard, { keyControl, static_cast<xcb_keysym_t>(shortcut) });
 }
 
 void closeSheet(

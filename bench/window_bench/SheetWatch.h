@@ -10,8 +10,12 @@ struct SheetTimes {
     std::vector<std::uint32_t> beneath; ///< what stood there before, to know it again
 };
 
-/// Opens a sheet of rows by its shortcut, Control and a character, and watches it come. Throws
-/// MeasureError where no row is seen within two seconds.
+/// Opens a sheet of rows by these keys, pressed together, and watches it come. Throws MeasureError
+/// where no row is seen within two seconds.
+[[nodiscard]] SheetTimes openSheetByKeys(XServer& server, WindowWatch& window,
+    const Keyboard& keyboard, const std::vector<xcb_keysym_t>& keys);
+
+/// The same by the sheet's shortcut, Control and a character.
 [[nodiscard]] SheetTimes openSheet(
     XServer& server, WindowWatch& window, const Keyboard& keyboard, char shortcut);
 
