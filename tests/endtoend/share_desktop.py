@@ -1,4 +1,8 @@
-"""Desktops with much to share a text with."""
+"""Desktops with much to share a text with.
+
+As a program it is such a desktop on the session bus, to be looked at, until it is ended. It prints a
+line when it is there.
+"""
 
 import os
 from typing import NamedTuple
@@ -168,3 +172,9 @@ class KdeConnect:
         else:
             self.texts += arguments.unpack()
             invocation.return_value(None)
+
+
+if __name__ == "__main__":
+    with WholePortal(), KdeConnect("Lena's phone"):
+        print("ready", flush=True)
+        GLib.MainLoop().run()
