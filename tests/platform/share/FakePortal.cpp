@@ -59,6 +59,7 @@ bool FakePortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
 
 bool FakePortal::handleProperty(const QDBusMessage& message)
 {
+    ++m_answered;
     const bool has = m_interfaces.contains(message.arguments().value(0).toString());
     return m_bus.send(has ? message.createReply(QVariant::fromValue(QDBusVariant(3U)))
                           : message.createErrorReply(QDBusError::UnknownInterface, {}));

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] const QList<Call>& calls() const { return m_calls; }
     /// How many requests were taken back.
     [[nodiscard]] int closed() const { return m_closed; }
+    /// How many questions for what it has were answered.
+    [[nodiscard]] int answered() const { return m_answered; }
 
     [[nodiscard]] QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -50,4 +52,5 @@ private:
     QString m_lastCaller;
     QString m_lastHandle;
     int m_closed = 0;
+    int m_answered = 0;
 };
