@@ -58,6 +58,10 @@ void EmailComposer::compose(const QString& subject, const QString& body)
 
 void EmailComposer::withdraw()
 {
+    if (m_isStarting) {
+        finish(Composed);
+        return;
+    }
     m_finished = true;
     if (m_request)
         m_request->withdraw();
@@ -66,34 +70,54 @@ void EmailComposer::withdraw()
 void EmailComposer::composeWithoutPortal(const QString& subject, const QString& body)
 {
     const QString xdgEmail = QStandardPaths::findExecutable(QStringLiteral("xdg-email"));
-    if (xdgEmail.isEmpty()) {
-        finish(QDesktopServices::openUrl(mailtoUrl(subject, body)) ? Composed : Failed);
-        return;
-    }
-    startXdgEmail(xdgEmail,
-        { QStringLiteral("--utf8"), QStringLiteral("--subject"), subject, QStringLiteral("--body"),
-            body });
+    if (xdgEmail.isEmpty())
+        openAddress(mailtoUrl(subject, body));
+    else
+        startXdgEmail(xdgEmail, subject, body);
 }
 
-void EmailComposer::startXdgEmail(const QString& program, const QStringList& arguments)
+void EmailComposer::startXdgEmail(
+    const QString& program, const QString& subject, const QString& body)
 {
     auto* const process = new QProcess;
     mailPrograms().insert(process);
     connect(process, &QObject::destroyed, process, [process] { mailPrograms().remove(process); });
+    // Nobody reads what the mail program prints, which would fill a pipe, and end with this one.
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
     connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
-        if (error != QProcess::FailedToStart)
-            return;
-        process->deleteLater();
-        finish(Failed);
+    connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            process->deleteLater();
+    });
+
+    const QUrl mailto = mailtoUrl(subject, body);
+    connect(process, &QProcess::errorOccurred, this, [this, mailto](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            openAddress(mailto);
     });
     connect(process, &QProcess::finished, this,
-        [this](int exitCode) { finish(exitCode == 0 ? Composed : Failed); });
+        [this, mailto](int exitCode, QProcess::ExitStatus status) {
+            if (exitCode == 0 && status == QProcess::NormalExit)
+                finish(Composed);
+            else
+                openAddress(mailto);
+        });
     auto* const opening = new QTimer(this);
     opening->setSingleShot(true);
     connect(opening, &QTimer::timeout, this, [this] { finish(Composed); });
     opening->start(openingTime);
-    process->start(program, arguments);
+    process->start(program,
+        { QStringLiteral("--utf8"), QStringLiteral("--subject"), subject, QStringLiteral("--body"),
+            body });
+    m_isStarting = process->state() != QProcess::NotRunning;
+}
+
+/// The last way, unless the message is on another one.
+void EmailComposer::openAddress(const QUrl& mailto)
+{
+    if (!m_finished)
+        finish(QDesktopServices::openUrl(mailto) ? Composed : Failed);
 }
 
 void EmailComposer::finish(Outcome outcome)

@@ -4,11 +4,13 @@
 #include <QPointer>
 
 class PortalRequest;
+class QUrl;
 
 /// Opens the user's e-mail program with a message that is ready to be sent.
 ///
-/// The desktop portal is asked first. Where there is none, or it fails, xdg-email is, or, where
-/// that is not installed, the handler of mailto addresses. A user who cancels is not asked again.
+/// The desktop portal is asked first. Where there is none, or it fails, xdg-email is, and, where
+/// that is not installed or fails, the handler of mailto addresses. A user who cancels is not asked
+/// again.
 class EmailComposer : public QObject {
     Q_OBJECT
 
@@ -25,7 +27,8 @@ public:
     void compose(const QString& subject, const QString& body);
 
     /// Gives up a request that the portal has not answered; `finished` is not emitted then. A mail
-    /// program that is being started goes on starting.
+    /// program that is being started goes on starting, and has composed the message: `finished`
+    /// says so during the call.
     void withdraw();
 
 Q_SIGNALS:
@@ -34,9 +37,11 @@ Q_SIGNALS:
 
 private:
     void composeWithoutPortal(const QString& subject, const QString& body);
-    void startXdgEmail(const QString& program, const QStringList& arguments);
+    void startXdgEmail(const QString& program, const QString& subject, const QString& body);
+    void openAddress(const QUrl& mailto);
     void finish(Outcome outcome);
 
     QPointer<PortalRequest> m_request;
+    bool m_isStarting = false; // the mail program
     bool m_finished = false;
 };

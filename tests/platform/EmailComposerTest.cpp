@@ -44,9 +44,14 @@ private:
 
     void installXdgEmail(const QByteArray& lines)
     {
+        installXdgEmailAs("#!/bin/sh\n" + lines + '\n');
+    }
+
+    void installXdgEmailAs(const QByteArray& bytes)
+    {
         QFile script(m_folder.filePath(QStringLiteral("xdg-email")));
         QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\n" + lines + '\n');
+        QCOMPARE(script.write(bytes), bytes.size());
         script.close();
         QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     }
@@ -113,6 +118,56 @@ private Q_SLOTS:
 
         QTRY_COMPARE(outcomes.count(), 1);
         QCOMPARE(outcomeOf(outcomes), EmailComposer::Failed);
+    }
+
+    void whereXdgEmailFailsTheHandlerOfMailtoGetsTheMessage_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("to open a program") << QByteArray("#!/bin/sh\nexit 3\n");
+        QTest::newRow("to start") << QByteArray("#!/nowhere/at/all\n");
+    }
+
+    void whereXdgEmailFailsTheHandlerOfMailtoGetsTheMessage()
+    {
+        QFETCH(const QByteArray, script);
+        installXdgEmailAs(script);
+        MailtoHandler handler;
+        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), &handler, "open");
+        EmailComposer composer;
+        QSignalSpy outcomes(&composer, &EmailComposer::finished);
+
+        composer.compose(subject, body);
+
+        QTRY_COMPARE(outcomes.count(), 1);
+        QCOMPARE(outcomeOf(outcomes), EmailComposer::Composed);
+        QCOMPARE(handler.urls.size(), 1);
+        QVERIFY(handler.urls.first().toEncoded().startsWith("mailto:?subject=Vexilo&body=Based"));
+    }
+
+    void whatXdgEmailPrintsGoesNowhere()
+    {
+        installXdgEmail("[ /proc/self/fd/1 -ef /dev/null ] && [ /proc/self/fd/2 -ef /dev/null ]");
+        EmailComposer composer;
+        QSignalSpy outcomes(&composer, &EmailComposer::finished);
+
+        composer.compose(subject, body);
+
+        QTRY_COMPARE(outcomes.count(), 1);
+        QCOMPARE(outcomeOf(outcomes), EmailComposer::Composed);
+    }
+
+    void anXdgEmailThatWasStartedIsNotWithdrawn()
+    {
+        installXdgEmail("read nothing");
+        EmailComposer composer;
+        QSignalSpy outcomes(&composer, &EmailComposer::finished);
+        composer.compose(subject, body);
+        QCOMPARE(outcomes.count(), 0);
+
+        composer.withdraw();
+
+        QCOMPARE(outcomes.count(), 1);
+        QCOMPARE(outcomeOf(outcomes), EmailComposer::Composed);
     }
 
     void withoutXdgEmailTheHandlerOfMailtoGetsTheMessage()

@@ -21,8 +21,10 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -367,6 +369,35 @@ private Q_SLOTS:
         m_portal->answerNow({});
         roundTripToPortal();
         QCOMPARE(m_completions, 1);
+    }
+
+    void closingTheSheetWhileTheMailProgramStartsLetsItStart()
+    {
+        associate("mailto");
+        const QString gate = m_home->filePath(QStringLiteral("gate"));
+        QCOMPARE(mkfifo(gate.toLocal8Bit().constData(), 0600), 0);
+        write(QStringLiteral("xdg-email"),
+            "#!/bin/sh\ncd " + m_home->path().toUtf8()
+                + "\n: > started\nread line < gate\nprintf '%s' \"$5\" > letter\n");
+        QVERIFY(QFile::setPermissions(m_home->filePath(QStringLiteral("xdg-email")),
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        // Both ends, so that opening waits for nobody. The program ends with them at the latest.
+        const int descriptor = ::open(gate.toLocal8Bit().constData(), O_RDWR | O_CLOEXEC);
+        QVERIFY(descriptor >= 0);
+        const auto end = qScopeGuard([descriptor] { ::close(descriptor); });
+        qputenv("PATH", m_home->path().toUtf8());
+        const auto restore = qScopeGuard([path = m_path] { qputenv("PATH", path); });
+        choose(activityType::email);
+        QTRY_VERIFY(QFile::exists(m_home->filePath(QStringLiteral("started"))));
+
+        m_controller->close();
+        m_controller.reset();
+        QCOMPARE(m_completions, 1);
+        QCOMPARE(m_type, activityType::email);
+        QCOMPARE(m_completed, true);
+        QCOMPARE(::write(descriptor, "\n", 1), 1);
+
+        QTRY_COMPARE(contentOf(m_home->filePath(QStringLiteral("letter"))), text.toUtf8());
     }
 
     // Text message
