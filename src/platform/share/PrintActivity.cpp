@@ -90,8 +90,9 @@ void PrintActivity::print(const QVariantMap& choices)
             fail();
     });
     QVariantMap options;
-    const QString token = QStringLiteral("token"); // without it the user would be asked again
-    if (choices.contains(token))
+    const QString token = QStringLiteral("token"); // without it the user is asked again
+    m_isHandedOver = choices.contains(token);
+    if (m_isHandedOver)
         options.insert(token, choices.value(token));
     m_request->call(interface(), QStringLiteral("Print"),
         { parentWindowForPortal(), title(),
@@ -101,7 +102,9 @@ void PrintActivity::print(const QVariantMap& choices)
 
 void PrintActivity::stop()
 {
-    if (m_request)
+    if (m_isHandedOver)
+        finish();
+    else if (m_request)
         m_request->withdraw();
 }
 

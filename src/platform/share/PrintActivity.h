@@ -31,4 +31,5 @@ private:
 
     QString m_text;
     QPointer<PortalRequest> m_request;
+    bool m_isHandedOver = false; // what the user said is to be printed
 };

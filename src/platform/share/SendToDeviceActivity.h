@@ -17,6 +17,7 @@ public:
 
     void ask(const ActivityItem& item) override;
     void perform(const ActivityItem& item) override;
+    void stop() override { finish(); } // what was sent is not called back
 
 private:
     const QString m_device;

@@ -42,6 +42,9 @@ QVariantMap chosenFile(const QString& path)
         QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)) } };
 }
 
+/// What the user chose in the dialog for printing; `Print` does not ask again.
+const FakePortal::Answer prepared { .results = { { QStringLiteral("token"), 7U } } };
+
 /// Asks a service on the bus whether it is there, which needs no help of it, and takes all that it
 /// has sent before it says so.
 void roundTripTo(const QString& name, const QString& path)
@@ -194,6 +197,13 @@ private:
         open();
         QTRY_VERIFY2(offered(titleOrType), qPrintable(titleOrType));
         m_controller->choose(offered(titleOrType));
+    }
+
+    /// Waits until the portal was asked this, and all that it has said about that has arrived.
+    void awaitCall(const QString& method)
+    {
+        QTRY_VERIFY(!m_portal->calls().isEmpty() && m_portal->calls().last().method == method);
+        roundTripToPortal();
     }
 
     void expectCompletion(const ActivityType& type, bool completed)
@@ -416,6 +426,18 @@ private Q_SLOTS:
     }
 
     // KDE Connect
+
+    void aTextThatWasSentIsCompletedWhenTheSheetIsClosed()
+    {
+        FakeKdeConnect phones(
+            m_address, { { QStringLiteral("a1"), QStringLiteral("Lena's phone") } });
+        choose(QStringLiteral("Send to Lena's phone"));
+
+        m_controller->close();
+
+        expectCompletion(activityType::sendToDevice, true);
+        QTRY_COMPARE(phones.texts().value(QStringLiteral("a1")), text);
+    }
 
     void aTextIsSentToTheDeviceThatIsChosen()
     {
@@ -692,6 +714,34 @@ private Q_SLOTS:
         choose(activityType::print);
 
         expectFailure(activityType::print, QStringLiteral("did not print"));
+    }
+
+    void whatWasHandedToThePrinterIsCompletedWhenTheSheetIsClosed()
+    {
+        startPortal({ printPortal });
+        m_portal->setAnswer(QStringLiteral("PreparePrint"), prepared);
+        choose(activityType::print);
+        awaitCall(QStringLiteral("Print"));
+
+        m_controller->close();
+
+        expectCompletion(activityType::print, true);
+        m_controller.reset();
+        roundTripToPortal();
+        QCOMPARE(m_portal->closed(), 0);
+    }
+
+    void aPortalThatAsksASecondTimeIsTakenBackWhenTheSheetIsClosed()
+    {
+        startPortal({ printPortal });
+        m_portal->setAnswer(QStringLiteral("PreparePrint"), {}); // without a token
+        choose(activityType::print);
+        awaitCall(QStringLiteral("Print"));
+
+        m_controller->close();
+
+        expectCompletion(activityType::print, false);
+        QTRY_COMPARE(m_portal->closed(), 1);
     }
 };
 
