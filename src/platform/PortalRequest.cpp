@@ -4,6 +4,8 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 
 #include <utility>
 
@@ -27,11 +29,10 @@ QString handlePath(const QDBusConnection& bus, const QString& token)
     return desktopPath + QLatin1String("/request/") + sender + QLatin1Char('/') + token;
 }
 
-PortalRequest::Outcome outcomeOf(QDBusError::ErrorType error)
+bool isSilence(QDBusError::ErrorType error)
 {
-    const bool noAnswer = error == QDBusError::NoReply || error == QDBusError::Timeout
+    return error == QDBusError::NoReply || error == QDBusError::Timeout
         || error == QDBusError::TimedOut;
-    return noAnswer ? PortalRequest::Unanswered : PortalRequest::Refused;
 }
 
 } // namespace
@@ -48,6 +49,7 @@ void PortalRequest::call(const QString& interface, const QString& method,
     m_handle = handlePath(bus, token);
     bus.connect(service, m_handle, requestInterface, QStringLiteral("Response"), this,
         SLOT(onResponse(uint, QVariantMap)));
+    failWithThePortal();
 
     options.insert(QStringLiteral("handle_token"), token);
     QDBusMessage message = QDBusMessage::createMethodCall(service, desktopPath, interface, method);
@@ -55,8 +57,41 @@ void PortalRequest::call(const QString& interface, const QString& method,
     auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        if (watcher->isError())
-            finish(outcomeOf(watcher->error().type()), {});
+        if (!watcher->isError())
+            return;
+        if (isSilence(watcher->error().type()))
+            finishUnanswered();
+        else
+            finish(Refused, {});
+    });
+}
+
+/// A portal that ends, or that another one replaces, forgets its requests. One that is started by
+/// the call had no owner before.
+void PortalRequest::failWithThePortal()
+{
+    auto* const owner = new QDBusServiceWatcher(
+        service, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(owner, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString&, const QString& oldOwner) {
+            if (!oldOwner.isEmpty())
+                finish(Failed, {});
+        });
+}
+
+/// The bus says of a portal that has ended, too, that it gives no answer, and may say it before it
+/// tells of the end: asked for the owner, it has told both.
+void PortalRequest::finishUnanswered()
+{
+    QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("NameHasOwner"));
+    question << service;
+    auto* const watcher
+        = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<bool> isThere = *watcher;
+        finish(!isThere.isError() && !isThere.value() ? Failed : Unanswered, {});
     });
 }
 

@@ -6,13 +6,14 @@
 /// One request to the desktop portal, from the call to the user's answer.
 ///
 /// A portal answers twice: at once with the request's handle or an error, and later, by a signal on
-/// that handle, with what came of it. This object waits for the error or the signal, reports it
-/// once and deletes itself.
+/// that handle, with what came of it. This object waits for the error or the signal, or for the end
+/// of the portal, reports it once and deletes itself.
 class PortalRequest : public QObject {
     Q_OBJECT
 
 public:
-    /// What came of a request; the first three are the portal's own codes.
+    /// What came of a request; the first three are the portal's own codes. A portal that goes away
+    /// has failed, too.
     enum Outcome {
         Done = 0,
         Cancelled = 1,
@@ -39,6 +40,8 @@ private Q_SLOTS:
     void onResponse(uint code, const QVariantMap& results);
 
 private:
+    void failWithThePortal();
+    void finishUnanswered();
     void finish(Outcome outcome, const QVariantMap& results);
 
     QString m_handle;

@@ -47,6 +47,7 @@ PRINT = f"""
   </interface>
 </node>
 """
+OPEN = None
 
 
 class Call(NamedTuple):
@@ -61,7 +62,8 @@ class Call(NamedTuple):
 class SharePortal(Portal):
     """A desktop that writes e-mails, asks for files and prints, and wishes no motion.
 
-    `responses` says by the method how a request ends, DONE by itself, and `results` with what.
+    `responses` says by the method how a request ends, DONE by itself, and `results` with what. One
+    that is OPEN does not end.
     """
 
     def __init__(self, *nodes, responses=None, results=None):
@@ -78,7 +80,9 @@ class SharePortal(Portal):
         token = options.pop("handle_token")
         self.calls.append(Call(method, parent, options, _read_document(invocation)))
         invocation.return_value(GLib.Variant("(o)", (request_path(sender, token),)))
-        self.respond(sender, token, self._responses.get(method, DONE), self._results.get(method))
+        response = self._responses.get(method, DONE)
+        if response != OPEN:
+            self.respond(sender, token, response, self._results.get(method))
 
     def methods(self):
         return [call.method for call in self.calls]

@@ -11,7 +11,7 @@ from accessible_walk import AccessibleWalk
 from case import EndToEndTest
 from colours import DARK_PAGE, LIGHT_PAGE, expect_page
 from portal import CANCELLED, EMAIL, FAILED, StillDesktop
-from share_desktop import KdeConnect, SharePortal, WholePortal
+from share_desktop import OPEN, KdeConnect, SharePortal, WholePortal
 from test_copying import BILL, SUMMARY
 from tree import Role, State
 
@@ -263,6 +263,17 @@ class Sending(ShareTest):
                                  "the address is opened")
         letter = urllib.parse.parse_qs(urllib.parse.urlsplit(address).query)
         self.assertEqual(letter, {"subject": ["Vexilo"], "body": [SUMMARY.replace("\n", "\r\n")]})
+
+    def test_where_the_portal_goes_away_the_mail_program_gets_the_summary(self):
+        self.home.add_recorder("xdg-email")
+        with SharePortal(EMAIL, responses={"ComposeEmail": OPEN}) as portal:
+            self.vexilo = self.launch()
+            self.open(*BARE, EMAIL_ROW)
+            self.choose(EMAIL_ROW)
+            self.vexilo.until(portal.methods, "the portal is asked")
+
+        self.expect_closed()
+        self.assertEqual(self.home.recorded_arguments("xdg-email")[-1], SUMMARY)
 
     def test_a_phone_gets_the_summary(self):
         phone = self.enterContext(KdeConnect("Lena's phone"))

@@ -381,6 +381,46 @@ private Q_SLOTS:
         QCOMPARE(m_completions, 1);
     }
 
+    void whereThePortalGoesAwayTheHandlerOfMailtoGetsTheText_data()
+    {
+        QTest::addColumn<bool>("silent");
+        QTest::newRow("after it took the request") << false;
+        QTest::newRow("before that") << true;
+    }
+
+    void whereThePortalGoesAwayTheHandlerOfMailtoGetsTheText()
+    {
+        QFETCH(const bool, silent);
+        startPortal({ emailPortal });
+        if (silent)
+            m_portal->setSilent(QStringLiteral("ComposeEmail"));
+        qputenv("PATH", m_home->path().toUtf8());
+        const auto restore = qScopeGuard([path = m_path] { qputenv("PATH", path); });
+        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), this, "openMessage");
+        choose(activityType::email);
+        awaitCall(QStringLiteral("ComposeEmail"));
+        QCOMPARE(m_controller->state(), Controller::Performing);
+
+        m_portal.reset();
+
+        expectCompletion(activityType::email, true);
+        QCOMPARE(m_messages.size(), 1);
+    }
+
+    void aPortalThatIsThereAndDoesNotAnswerIsNotPassedBy()
+    {
+        startPortal({ emailPortal });
+        m_portal->setError(QStringLiteral("ComposeEmail"), QDBusError::NoReply);
+        qputenv("PATH", m_home->path().toUtf8());
+        const auto restore = qScopeGuard([path = m_path] { qputenv("PATH", path); });
+        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), this, "openMessage");
+
+        choose(activityType::email);
+
+        expectFailure(activityType::email, QStringLiteral("No e-mail program"));
+        QCOMPARE(m_messages.size(), 0);
+    }
+
     void closingTheSheetWhileTheMailProgramStartsLetsItStart()
     {
         associate("mailto");
@@ -591,6 +631,18 @@ private Q_SLOTS:
         expectFailure(activityType::saveText, QStringLiteral("did not ask"));
     }
 
+    void aPortalThatGoesAwayWhileItAsksIsAFailure()
+    {
+        startPortal({ filePortal });
+        choose(activityType::saveText);
+        awaitCall(QStringLiteral("SaveFile"));
+        QCOMPARE(m_controller->state(), Controller::Performing);
+
+        m_portal.reset();
+
+        expectFailure(activityType::saveText, QStringLiteral("did not ask"));
+    }
+
     void aPdfHoldsTheText()
     {
         const QString path = m_home->filePath(QStringLiteral("bill.pdf"));
@@ -712,6 +764,26 @@ private Q_SLOTS:
         m_portal->setAnswer(request, { .code = 2 });
 
         choose(activityType::print);
+
+        expectFailure(activityType::print, QStringLiteral("did not print"));
+    }
+
+    void aPortalThatGoesAwayWhileItPrintsIsAFailure_data()
+    {
+        printingThatIsCancelledIsNotCompleted_data();
+    }
+
+    void aPortalThatGoesAwayWhileItPrintsIsAFailure()
+    {
+        QFETCH(const QString, request);
+        startPortal({ printPortal });
+        if (request == QLatin1String("Print"))
+            m_portal->setAnswer(QStringLiteral("PreparePrint"), prepared);
+        choose(activityType::print);
+        awaitCall(request);
+        QCOMPARE(m_controller->state(), Controller::Performing);
+
+        m_portal.reset();
 
         expectFailure(activityType::print, QStringLiteral("did not print"));
     }

@@ -51,6 +51,12 @@ bool FakePortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
     if (!m_interfaces.contains(message.interface()))
         return false;
     keep(message);
+    if (message.member() == m_silent) {
+        message.setDelayedReply(true);
+        return true;
+    }
+    if (m_errors.contains(message.member()))
+        return m_bus.send(message.createErrorReply(m_errors.value(message.member()), {}));
     m_bus.send(message.createReply(QVariant::fromValue(QDBusObjectPath(m_lastHandle))));
     if (m_answers.contains(message.member()))
         answerNow(m_answers.value(message.member()));

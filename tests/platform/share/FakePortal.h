@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusVirtualObject>
 #include <QList>
 #include <QStringList>
@@ -29,6 +30,10 @@ public:
 
     /// Answers a method in that way; one without an answer is not answered before `answer`.
     void setAnswer(const QString& method, const Answer& answer) { m_answers[method] = answer; }
+    /// Returns an error from a method instead of a request.
+    void setError(const QString& method, QDBusError::ErrorType error) { m_errors[method] = error; }
+    /// Does not even return from a method.
+    void setSilent(const QString& method) { m_silent = method; }
     /// Answers the last call.
     void answerNow(const Answer& answer);
 
@@ -48,6 +53,8 @@ private:
     QDBusConnection m_bus;
     const QStringList m_interfaces;
     QMap<QString, Answer> m_answers;
+    QMap<QString, QDBusError::ErrorType> m_errors;
+    QString m_silent;
     QList<Call> m_calls;
     QString m_lastCaller;
     QString m_lastHandle;
