@@ -275,6 +275,24 @@ class Sending(ShareTest):
         self.expect_closed()
         self.assertEqual(self.home.recorded_arguments("xdg-email")[-1], SUMMARY)
 
+    def test_the_program_ends_while_the_portal_is_busy_with_a_request(self):
+        for end in (self.quit, self.close_window):
+            with (self.subTest(end=end.__name__),
+                  SharePortal(EMAIL, responses={"ComposeEmail": OPEN}) as portal):
+                self.vexilo = self.launch()
+                self.open(*BARE, EMAIL_ROW)
+                self.choose(EMAIL_ROW)
+                self.vexilo.until(portal.methods, "the portal is asked")
+
+                self.assertEqual(end(), 0)
+
+    def quit(self):
+        return self.vexilo.quit()
+
+    def close_window(self):
+        screen.press_keys("alt+F4")  # heeded by the window manager
+        return self.vexilo.await_exit()
+
     def test_a_phone_gets_the_summary(self):
         phone = self.enterContext(KdeConnect("Lena's phone"))
         self.start()

@@ -1,11 +1,13 @@
 #include "ActivityTypes.h"
 #include "FakeKdeConnect.h"
 #include "FakePortal.h"
+#include "KdeConnect.h"
 #include "PrivateBus.h"
 #include "UIActivityViewController.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
@@ -465,7 +467,28 @@ private Q_SLOTS:
             QLatin1String("sms:?body=") + text);
     }
 
+    void aTextMessageThatNothingOpensFails()
+    {
+        associate("sms");
+
+        choose(activityType::textMessage);
+
+        expectFailure(activityType::textMessage, QStringLiteral("No program for text messages"));
+    }
+
     // KDE Connect
+
+    void kdeConnectIsNotStarted()
+    {
+        // The bus could start it, and would tell of another error.
+        for (QDBusPendingCall call :
+            { kdeConnect::deviceNames(), kdeConnect::takesShares(QStringLiteral("a1")),
+                kdeConnect::shareText(QStringLiteral("a1"), text) }) {
+            call.waitForFinished();
+            QCOMPARE(
+                call.error().name(), QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"));
+        }
+    }
 
     void aTextThatWasSentIsCompletedWhenTheSheetIsClosed()
     {
@@ -643,6 +666,22 @@ private Q_SLOTS:
         expectFailure(activityType::saveText, QStringLiteral("did not ask"));
     }
 
+    void closingTheSheetClosesTheFileChooser()
+    {
+        const QString path = m_home->filePath(QStringLiteral("bill.txt"));
+        startPortal({ filePortal });
+        choose(activityType::saveText);
+        awaitCall(QStringLiteral("SaveFile"));
+
+        m_controller->close();
+
+        expectCompletion(activityType::saveText, false);
+        QTRY_COMPARE(m_portal->closed(), 1);
+        m_portal->answerNow({ .results = chosenFile(path) });
+        roundTripToPortal();
+        QVERIFY(!QFile::exists(path));
+    }
+
     void aPdfHoldsTheText()
     {
         const QString path = m_home->filePath(QStringLiteral("bill.pdf"));
@@ -788,6 +827,22 @@ private Q_SLOTS:
         expectFailure(activityType::print, QStringLiteral("did not print"));
     }
 
+    void closingTheSheetClosesThePrintDialog()
+    {
+        startPortal({ printPortal });
+        choose(activityType::print);
+        awaitCall(QStringLiteral("PreparePrint"));
+
+        m_controller->close();
+
+        expectCompletion(activityType::print, false);
+        QTRY_COMPARE(m_portal->closed(), 1);
+        m_portal->answerNow(prepared);
+        roundTripToPortal();
+        roundTripToPortal(); // where a second request would be, too
+        QCOMPARE(m_portal->calls().size(), 1);
+    }
+
     void whatWasHandedToThePrinterIsCompletedWhenTheSheetIsClosed()
     {
         startPortal({ printPortal });
@@ -819,7 +874,9 @@ private Q_SLOTS:
 
 int main(int argc, char* argv[])
 {
-    const PrivateBus bus;
+    // KDE Connect is installed, and does not run.
+    const PrivateBus bus(
+        { { QStringLiteral("org.kde.kdeconnect"), QStringLiteral("/bin/false") } });
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Vexilo"));
     ActivitiesTest test(bus.address());
