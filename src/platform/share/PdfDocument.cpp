@@ -4,10 +4,12 @@
 #include <QBuffer>
 #include <QFont>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextDocument>
+
+#include <algorithm>
+#include <array>
 
 namespace {
 
@@ -54,13 +56,25 @@ void writePdf(QBuffer& buffer, const QString& text, const QPageLayout& page)
     }
 }
 
+bool usesLetter(const QLocale& locale)
+{
+    if (locale.measurementSystem() == QLocale::ImperialUSSystem)
+        return true;
+    // Where all else is metric (CLDR, supplemental data, paperSize).
+    constexpr std::array metricWithLetter { QLocale::Belize, QLocale::Canada, QLocale::Chile,
+        QLocale::Colombia, QLocale::CostaRica, QLocale::ElSalvador, QLocale::Guatemala,
+        QLocale::Mexico, QLocale::Nicaragua, QLocale::Panama, QLocale::Philippines,
+        QLocale::PuertoRico, QLocale::Venezuela };
+    return std::find(metricWithLetter.begin(), metricWithLetter.end(), locale.territory())
+        != metricWithLetter.end();
+}
+
 } // namespace
 
-QPageLayout usualPage()
+QPageLayout usualPage(const QLocale& locale)
 {
-    const bool metric = QLocale::system().measurementSystem() == QLocale::MetricSystem;
-    return { QPageSize(metric ? QPageSize::A4 : QPageSize::Letter), QPageLayout::Portrait,
-        QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter };
+    return { QPageSize(usesLetter(locale) ? QPageSize::Letter : QPageSize::A4),
+        QPageLayout::Portrait, QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter };
 }
 
 QByteArray pdfOf(const QString& text, const QPageLayout& page)

@@ -9,6 +9,7 @@
 #include <QDBusArgument>
 #include <QDBusUnixFileDescriptor>
 #include <QFile>
+#include <QLocale>
 #include <QSizeF>
 
 #include <algorithm>
@@ -19,7 +20,7 @@ namespace {
 /// The paper that the user chose for the printer; the usual one where nothing is said of it.
 QPageLayout pageFrom(const QVariant& setup)
 {
-    QPageLayout page = usualPage();
+    QPageLayout page = usualPage(QLocale::system());
     const auto values = qdbus_cast<QVariantMap>(setup);
     const QSizeF size(values.value(QStringLiteral("Width")).toDouble(),
         values.value(QStringLiteral("Height")).toDouble());

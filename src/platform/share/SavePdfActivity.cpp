@@ -5,6 +5,8 @@
 #include "PortalInterface.h"
 #include "PrintActivity.h"
 
+#include <QLocale>
+
 ActivityType SavePdfActivity::activityType() const { return activityType::savePdf; }
 
 void SavePdfActivity::ask(const ActivityItem&)
@@ -15,5 +17,5 @@ void SavePdfActivity::ask(const ActivityItem&)
 
 QByteArray SavePdfActivity::contentOf(const QString& text) const
 {
-    return pdfOf(text, usualPage());
+    return pdfOf(text, usualPage(QLocale::system()));
 }
