@@ -7,6 +7,22 @@
 
 #include <utility>
 
+namespace {
+
+bool isFinished(const UIActivityViewController& controller)
+{
+    return controller.state() == UIActivityViewController::Finished;
+}
+
+/// It may be its own signal or completion that ends here.
+void deleteSoon(std::unique_ptr<UIActivityViewController> controller)
+{
+    if (controller)
+        controller.release()->deleteLater();
+}
+
+} // namespace
+
 RootViewController::RootViewController(QWindow* window)
     : QObject(window)
 {
@@ -26,8 +42,8 @@ void RootViewController::present(std::unique_ptr<UIActivityViewController> contr
 {
     if (!m_presented)
         setPresented(std::move(controller));
-    else if (m_presented->state() == UIActivityViewController::Finished && !m_next)
-        m_next = std::move(controller);
+    else if (isFinished(*m_presented) && (!m_next || isFinished(*m_next)))
+        setNext(std::move(controller));
     else
         controller->close();
 }
@@ -35,8 +51,18 @@ void RootViewController::present(std::unique_ptr<UIActivityViewController> contr
 void RootViewController::dismiss()
 {
     setPresented(nullptr);
-    if (m_next)
+    if (!m_next)
+        return;
+    if (isFinished(*m_next))
+        setNext(nullptr);
+    else
         setPresented(std::move(m_next));
+}
+
+void RootViewController::setNext(std::unique_ptr<UIActivityViewController> controller)
+{
+    m_next.swap(controller);
+    deleteSoon(std::move(controller));
 }
 
 void RootViewController::setPresented(std::unique_ptr<UIActivityViewController> controller)
@@ -46,7 +72,5 @@ void RootViewController::setPresented(std::unique_ptr<UIActivityViewController> 
     if (m_presented)
         m_presented->open();
     Q_EMIT presentedChanged();
-    // It may be its own signal that ends here.
-    if (previous)
-        previous.release()->deleteLater();
+    deleteSoon(std::move(previous));
 }

@@ -22,7 +22,7 @@ public:
 
     /// Opens a sheet over the window, at once, or as soon as one that the user has finished with is
     /// out of sight. While the user is busy with another one it is not shown, which its completion
-    /// is told as if the user had closed it.
+    /// is told as if the user had closed it. One that is closed while it waits is not shown either.
     void present(std::unique_ptr<UIActivityViewController> controller);
 
     /// The sheet that is in sight; null for none.
@@ -36,6 +36,7 @@ Q_SIGNALS:
 
 private:
     void setPresented(std::unique_ptr<UIActivityViewController> controller);
+    void setNext(std::unique_ptr<UIActivityViewController> controller);
 
     std::unique_ptr<UIActivityViewController> m_presented;
     std::unique_ptr<UIActivityViewController> m_next;

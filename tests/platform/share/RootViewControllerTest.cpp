@@ -7,6 +7,9 @@
 #include <QTest>
 #include <QWindow>
 
+#include <memory>
+#include <utility>
+
 class RootViewControllerTest : public QObject {
     Q_OBJECT
 
@@ -102,6 +105,37 @@ private Q_SLOTS:
         // The view of the first one goes before that of the second one comes.
         QCOMPARE(seen, QStringList({ QString(), QStringLiteral("second") }));
         QCOMPARE(m_outcomes, QStringList(QStringLiteral("first")));
+    }
+
+    void aSheetThatIsClosedWhileItWaitsIsNotShown()
+    {
+        m_root->present(sheet(QStringLiteral("first")));
+        m_root->presented()->close();
+        auto second = sheet(QStringLiteral("second"));
+        UIActivityViewController* const waiting = second.get();
+        m_root->present(std::move(second));
+
+        waiting->close();
+        m_root->dismiss();
+
+        QCOMPARE(m_root->presented(), nullptr);
+        QCOMPARE(m_outcomes, QStringList({ QStringLiteral("first"), QStringLiteral("second") }));
+    }
+
+    void inThePlaceOfASheetThatWasClosedWhileItWaitedAnotherWaits()
+    {
+        m_root->present(sheet(QStringLiteral("first")));
+        m_root->presented()->close();
+        auto second = sheet(QStringLiteral("second"));
+        UIActivityViewController* const waiting = second.get();
+        m_root->present(std::move(second));
+        waiting->close();
+
+        m_root->present(sheet(QStringLiteral("third")));
+        m_root->dismiss();
+
+        QCOMPARE(presentedText(), QStringLiteral("third"));
+        QCOMPARE(m_outcomes, QStringList({ QStringLiteral("first"), QStringLiteral("second") }));
     }
 
     void aSheetThatGoesWithItsWindowReportsNothing()

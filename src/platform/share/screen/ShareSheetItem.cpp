@@ -2,13 +2,19 @@
 
 #include "RootViewController.h"
 
-#include <QPointer>
 #include <QQuickWindow>
+
+#include <memory>
+#include <utility>
 
 void ShareSheetItem::setIsPresented(bool isPresented)
 {
     if (isPresented == m_isPresented)
         return;
+    if (!isPresented && isOpen()) {
+        m_controller->close(); // whose completion comes back here
+        return;
+    }
     m_isPresented = isPresented;
     Q_EMIT isPresentedChanged();
     if (m_isPresented && window() && isComponentComplete())
@@ -31,7 +37,14 @@ void ShareSheetItem::componentComplete()
 
 void ShareSheetItem::present()
 {
-    RootViewController::of(*window()).present(sheet().makeController());
+    std::unique_ptr<UIActivityViewController> controller = sheet().makeController();
+    m_controller = controller.get();
+    RootViewController::of(*window()).present(std::move(controller));
+}
+
+bool ShareSheetItem::isOpen() const
+{
+    return m_controller && m_controller->state() != UIActivityViewController::Finished;
 }
 
 ShareSheet ShareSheetItem::sheet()

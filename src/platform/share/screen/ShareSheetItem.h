@@ -2,12 +2,19 @@
 
 #include "ShareSheet.h"
 
+#include <QPointer>
 #include <QQuickItem>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
-/// Lets a view show a share sheet by a flag: `ShareSheet { isPresented: view.sharing }`. It stands
-/// anywhere in a window that has a root view controller, and is itself not seen.
+/// Lets a view show a share sheet by a flag, which it sets to false when the sheet is finished:
+///
+///     ShareSheet {
+///         isPresented: view.sharing
+///         onIsPresentedChanged: view.sharing = isPresented
+///     }
+///
+/// It stands anywhere in a window that has a root view controller, and is itself not seen.
 class ShareSheetItem : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(ShareSheet)
@@ -23,8 +30,8 @@ public:
     using QQuickItem::QQuickItem;
 
     [[nodiscard]] bool isPresented() const { return m_isPresented; }
-    /// A window without a root view controller stops the process. Setting it to false leaves a
-    /// sheet open that the user has not finished with.
+    /// A window without a root view controller stops the process. Setting it to false closes a
+    /// sheet that the user has not finished with, as the user would.
     void setIsPresented(bool isPresented);
 
 Q_SIGNALS:
@@ -42,7 +49,9 @@ protected:
 private:
     [[nodiscard]] ShareSheet sheet();
     void present();
+    [[nodiscard]] bool isOpen() const;
 
+    QPointer<UIActivityViewController> m_controller; // of the root view controller
     bool m_isPresented = false;
     QString m_activityItem;
     QStringList m_excludedActivityTypes;

@@ -69,6 +69,20 @@ public:
     {
         m_activity->sayFinished({ .error = ActivityError { error } });
     }
+    /// How many activities of the presented sheet's first group there are.
+    Q_INVOKABLE [[nodiscard]] int countFirstGroup() const
+    {
+        return m_root->presented()->groups().first()->rowCount();
+    }
+    /// The first activity of the presented sheet, which goes on owning it.
+    Q_INVOKABLE [[nodiscard]] Activity* firstActivity() const
+    {
+        const ActivityModel* const group = m_root->presented()->groups().first();
+        auto* const activity
+            = group->data(group->index(0), ActivityModel::ActivityRole).value<Activity*>();
+        QQmlEngine::setObjectOwnership(activity, QQmlEngine::CppOwnership);
+        return activity;
+    }
     Q_INVOKABLE void dismiss() { m_root->dismiss(); }
 
 Q_SIGNALS:
