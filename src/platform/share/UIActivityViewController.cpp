@@ -8,6 +8,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QMap>
+#include <QPointer>
 
 #include <utility>
 
@@ -108,9 +109,10 @@ void UIActivityViewController::goBack()
 
 void UIActivityViewController::close()
 {
+    const QPointer<UIActivityViewController> self(this);
     if (m_state == Performing)
         m_chosen->stop(); // which may finish
-    if (m_state != Finished)
+    if (self && m_state != Finished)
         finish();
 }
 
@@ -130,11 +132,13 @@ void UIActivityViewController::finish()
     const ActivityCompletion completion = std::exchange(m_completion, nullptr);
     // The user is done with the sheet before it goes out of sight.
     m_state = Finished;
+    const QPointer<UIActivityViewController> self(this);
     if (completion) {
         const auto type = m_chosen ? std::optional(m_chosen->activityType()) : std::nullopt;
         completion(type, m_outcome.completed, m_outcome.returnedItems, m_outcome.error);
     }
-    Q_EMIT stateChanged();
+    if (self)
+        Q_EMIT stateChanged();
 }
 
 void UIActivityViewController::setState(State state)

@@ -20,7 +20,7 @@ using ActivityCompletion = std::function<void(const std::optional<ActivityType>&
 /// the one that the user chooses, and then is finished. It lives for one presentation.
 ///
 /// Whatever happens, the completion is called exactly once, unless the sheet is taken away before
-/// the user has finished with it.
+/// the user has finished with it. The completion may destroy the sheet.
 class UIActivityViewController : public QObject {
     Q_OBJECT
     /// The text that is shared.

@@ -5,6 +5,7 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -346,6 +347,53 @@ private Q_SLOTS:
         m_controller->close();
 
         QCOMPARE(order, QStringList({ QStringLiteral("completion"), QStringLiteral("state") }));
+    }
+
+    void theCompletionMayDestroyTheSheet_data()
+    {
+        QTest::addColumn<bool>("copies");
+        QTest::newRow("which is closed") << false;
+        QTest::newRow("whose activity is done") << true;
+    }
+
+    void theCompletionMayDestroyTheSheet()
+    {
+        QFETCH(const bool, copies);
+        int completions = 0;
+        m_controller->setCompletionHandler(
+            [this, &completions](const auto&, bool, const auto&, const auto&) {
+                ++completions;
+                m_controller.reset();
+            });
+        open();
+        const QPointer<Controller> controller(m_controller.get());
+
+        if (copies)
+            controller->choose(offeredOf(activityType::copy));
+        else
+            controller->close();
+
+        QCOMPARE(completions, 1);
+        QVERIFY(!controller);
+    }
+
+    void theCompletionMayDestroyTheSheetWhileItsActivityIsStopped()
+    {
+        int completions = 0;
+        m_controller->setCompletionHandler(
+            [this, &completions](const auto&, bool, const auto&, const auto&) {
+                ++completions;
+                m_controller.reset();
+            });
+        open();
+        m_activity->outcomeOfStop = ActivityOutcome { .completed = true };
+        m_controller->choose(m_activity.get());
+        const QPointer<Controller> controller(m_controller.get());
+
+        controller->close();
+
+        QCOMPARE(completions, 1);
+        QVERIFY(!controller);
     }
 
     // The page of an activity
