@@ -46,7 +46,9 @@ public:
     [[nodiscard]] virtual QString detail() const { return {}; }
     [[nodiscard]] virtual QString iconName() const = 0;
     [[nodiscard]] virtual ActivityGroup group() const { return ActivityGroup::Application; }
-    /// The sheet's page that shows the activity while it is performed; empty for none.
+    /// The view that shows the activity in the sheet's place while it is performed, by its address;
+    /// one of the sheet's own by its name; empty for none. Its `controller` is set to the sheet's
+    /// state.
     [[nodiscard]] virtual QString page() const { return {}; }
 
     /// Asks whether this desktop has the destination, and it takes the item. `available` says yes,
@@ -56,8 +58,9 @@ public:
     /// Returns at once. `finished` tells once what came of it, during the call or later.
     virtual void perform(const ActivityItem& item) = 0;
 
-    /// The user closes the sheet while this is performed. What still goes on is given up, unless
-    /// it has done its work; `finished` may be emitted with what came of it.
+    /// The user closes the sheet while this is performed, or goes back from its page. What still
+    /// goes on is given up, unless it has done its work; `finished` may be emitted with what came
+    /// of it, which is not heard from who went back. It may be performed again.
     virtual void stop() { }
 
 Q_SIGNALS:

@@ -103,8 +103,10 @@ void UIActivityViewController::goBack()
 {
     if (m_state != Performing || m_chosen->page().isEmpty())
         return;
-    m_chosen = nullptr;
-    setState(Choosing);
+    Activity* const left = std::exchange(m_chosen, nullptr);
+    m_state = Choosing;
+    left->stop(); // what it says of that is not heard any more
+    Q_EMIT stateChanged();
 }
 
 void UIActivityViewController::close()

@@ -69,7 +69,8 @@ public:
 
     /// The user chooses an activity of the groups. Ignored after the first choice.
     Q_INVOKABLE void choose(Activity* activity);
-    /// The user goes back from the page of the chosen activity to choose another one.
+    /// The user goes back from the page of the chosen activity, which is stopped, to choose another
+    /// one.
     Q_INVOKABLE void goBack();
     /// The user closes the sheet, or has read why the activity failed. Ignored once finished.
     Q_INVOKABLE void close();

@@ -428,6 +428,20 @@ private Q_SLOTS:
         QCOMPARE(*m_outcomes.first().type, activityType::copy);
     }
 
+    void goingBackStopsWhatIsPerformed()
+    {
+        m_activity->setPage(QStringLiteral("OwnPage.qml"));
+        m_activity->outcomeOfStop = ActivityOutcome { .completed = true };
+        open();
+        m_controller->choose(m_activity.get());
+
+        m_controller->goBack();
+
+        QCOMPARE(m_activity->stops, 1);
+        QCOMPARE(m_controller->state(), Controller::Choosing);
+        QCOMPARE(m_outcomes.size(), 0);
+    }
+
     void anActivityWithoutAPageIsNotGoneBackFrom()
     {
         open();

@@ -9,11 +9,15 @@ Sheet {
 
     readonly property Activity chosen: sheet.controller?.chosen ?? null
     property UIActivityViewController controller
+    readonly property string pageOfChosen: sheet.chosen?.page ?? ""
 
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     title: qsTr("Share")
     width: parent ? Math.min(parent.width, Theme.columnWidth + 2 * Theme.margin) : 0
     onAboutToHide: sheet.controller?.close()
+    onPageOfChosenChanged: chosenPage.setSource(sheet.pageOfChosen, {
+        controller: sheet.controller
+    })
     onVisibleChanged: if (sheet.visible) page.focusFirstActivity()
 
     Connections {
@@ -30,8 +34,8 @@ Sheet {
 
         anchors.fill: parent
         controller: sheet.controller
-        focus: !chosenPage.active
-        visible: !chosenPage.active
+        focus: sheet.pageOfChosen === ""
+        visible: sheet.pageOfChosen === ""
         onCancelled: sheet.close()
         onVisibleChanged: if (visible && sheet.opened) page.forceActiveFocus(Qt.TabFocusReason)
     }
@@ -39,11 +43,9 @@ Sheet {
     Loader {
         id: chosenPage
 
-        active: (sheet.chosen?.page ?? "") !== ""
         anchors.fill: parent
-        focus: active
-        source: sheet.chosen?.page ?? ""
-        onLoaded: (item as QrCodePage).show(sheet.controller)
+        focus: sheet.pageOfChosen !== ""
+        onLoaded: (item as Item).forceActiveFocus(Qt.TabFocusReason)
     }
 
     Loader {

@@ -8,12 +8,7 @@ FocusScope {
     id: page
 
     readonly property QrCodeActivity activity: page.controller?.chosen as QrCodeActivity
-    property UIActivityViewController controller
-
-    function show(controller: UIActivityViewController) {
-        page.controller = controller;
-        done.forceActiveFocus(Qt.TabFocusReason);
-    }
+    required property UIActivityViewController controller
 
     ColumnLayout {
         anchors.bottomMargin: Theme.margin

@@ -7,6 +7,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QUrl>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest>
 
@@ -22,6 +23,7 @@ class World : public QObject {
     Q_PROPERTY(QStringList outcomes READ outcomes NOTIFY outcomesChanged)
     Q_PROPERTY(QString clipboard READ clipboard)
     Q_PROPERTY(QStringList performed READ performed)
+    Q_PROPERTY(int stops READ stops)
 
 public:
     using QObject::QObject;
@@ -33,6 +35,7 @@ public:
     [[nodiscard]] QStringList outcomes() const { return m_outcomes; }
     [[nodiscard]] QString clipboard() const { return QGuiApplication::clipboard()->text(); }
     [[nodiscard]] QStringList performed() const { return m_activity->performed; }
+    [[nodiscard]] int stops() const { return m_activity->stops; }
 
     /// The item's window gets its root view controller, once.
     Q_INVOKABLE void start(QQuickItem* item)
@@ -65,6 +68,12 @@ public:
 
     /// The application's own activity answers late.
     Q_INVOKABLE void offerOwnActivity() { m_activity->sayAvailable(); }
+    /// The same, with a page of its own.
+    Q_INVOKABLE void offerOwnActivityOnPage(const QUrl& page)
+    {
+        m_activity->setPage(page.toString());
+        m_activity->sayAvailable();
+    }
     Q_INVOKABLE void failOwnActivity(const QString& error)
     {
         m_activity->sayFinished({ .error = ActivityError { error } });

@@ -149,11 +149,24 @@ TestCase {
         expectClosedWith("qrCode completed");
     }
 
+    function test_anApplicationsOwnPageTakesTheSheetsPlace() {
+        World.offerOwnActivityOnPage(Qt.resolvedUrl("OwnPage.qml"));
+        press("Own activity");
+        compare(names(), ["Back from Own activity"]);
+        verify(find("Back from Own activity").visualFocus);
+        keyClick(Qt.Key_Return);
+        compare(World.stops, 1);
+        compare(names().slice(-1), ["Own activity"]);
+        press("Own activity");
+        compare(names(), ["Back from Own activity"]);
+        compare(World.performed.length, 2);
+    }
+
     function test_fromTheCodeTheWayLeadsBack() {
         find("Show QR code").forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Return);
         press("Back");
-        verify(find("Show QR code").activeFocus);
+        verify(find("Show QR code").visualFocus);
         compare(World.outcomes, []);
         keyClick(Qt.Key_Up);
         keyClick(Qt.Key_Up);
