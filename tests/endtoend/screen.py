@@ -18,6 +18,11 @@ def click(x, y):
     _run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
 
+def double_click(x, y):
+    """Clicks twice, as fast as a person does who takes a button for an icon."""
+    _run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", "2", "--delay", "30", "1")
+
+
 def press_pointer(x, y):
     """Presses the pointer's button at a place of the screen and holds it."""
     _run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")

@@ -123,6 +123,19 @@ class Sheet(ShareTest):
             close()
             self.expect_closed()
 
+    def test_a_double_click_on_share_opens_the_sheet_once(self):
+        # On a desktop with motion: without, the sheet is there between the two clicks.
+        self.vexilo = self.launch()
+        button = self.vexilo.expect(Role.PUSH_BUTTON, "Share")
+
+        screen.double_click(*tree.centre_of(button))
+
+        self.sheet = self.vexilo.expect(Role.DIALOG, SHEET)
+        self.vexilo.expect_focus(Role.PUSH_BUTTON, COPY)
+        screen.press_keys("Down")  # heeded after both clicks, so that their effect would be seen
+        self.vexilo.expect_focus(Role.PUSH_BUTTON, EXCERPT)
+        self.assertEqual(self.rows(), BARE)
+
     def test_the_sheet_has_the_text_of_its_moment(self):
         self.start()
         self.open()

@@ -10,6 +10,9 @@ Card {
     id: card
 
     required property ActivityModel activities
+    // The activity that the sheet waits for; null for none.
+    property Activity awaited: null
+    property bool choosable: true
 
     signal chosen(activity: Activity)
 
@@ -37,6 +40,9 @@ Card {
 
             ActivityRow {
                 activity: entry.activity
+                awaited: card.awaited === entry.activity
+                enabled: card.choosable
+                opacity: card.awaited === null || awaited ? 1 : 0.4
                 onClicked: card.chosen(entry.activity)
             }
         }

@@ -10,6 +10,10 @@ import Vexilo.Share
 FocusScope {
     id: page
 
+    // The chosen activity while it is performed here; null for none.
+    readonly property Activity awaited: page.controller?.state === UIActivityViewController.Performing && page.controller.chosen.page === "" ? page.controller.chosen : null
+    // What is covered by the page of an activity can be chosen from as soon as it is uncovered.
+    readonly property bool choosable: page.controller?.state === UIActivityViewController.Choosing || !page.visible
     required property UIActivityViewController controller
 
     signal cancelled
@@ -18,12 +22,16 @@ FocusScope {
         cancel.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason);
     }
 
-    function step(forward: bool) {
-        page.Window.activeFocusItem.nextItemInFocusChain(forward).forceActiveFocus(Qt.TabFocusReason);
+    function focusNext() {
+        page.Window.activeFocusItem.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Keys.onDownPressed: page.step(true)
-    Keys.onUpPressed: page.step(false)
+    function focusPrevious() {
+        page.Window.activeFocusItem.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason);
+    }
+
+    Keys.onDownPressed: page.focusNext()
+    Keys.onUpPressed: page.focusPrevious()
 
     SheetHeader {
         id: header
@@ -90,6 +98,8 @@ FocusScope {
                 required property ActivityModel modelData
 
                 activities: modelData
+                awaited: page.awaited
+                choosable: page.choosable
                 onChosen: activity => page.controller.choose(activity)
             }
         }

@@ -3,13 +3,15 @@ import QtQuick.Layouts
 import Vexilo.Controls
 import Vexilo.Share
 
-// A destination of the sheet.
+// A destination of the sheet. It says so while the sheet waits for it.
 ButtonRow {
     id: row
 
     required property Activity activity
+    property bool awaited: false
+    readonly property string detail: row.awaited ? qsTr("Waiting…") : row.activity.detail
 
-    accessibleName: row.activity.detail === "" ? row.text : row.text + " " + row.activity.detail
+    accessibleName: row.detail === "" ? row.text : row.text + " " + row.detail
     text: row.activity.title
 
     contentItem: RowLayout {
@@ -32,7 +34,7 @@ ButtonRow {
         BodyText {
             color: Theme.softText
             font: row.font
-            text: row.activity.detail
+            text: row.detail
             visible: text !== ""
         }
     }

@@ -11,7 +11,9 @@ Sheet {
     property UIActivityViewController controller
     readonly property string pageOfChosen: sheet.chosen?.page ?? ""
 
-    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    // The second press of a double click on what opened the sheet does not close it; nor does a
+    // press beside it end what is performed.
+    closePolicy: sheet.opened && sheet.controller?.state === UIActivityViewController.Choosing ? T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside : T.Popup.CloseOnEscape
     title: qsTr("Share")
     width: parent ? Math.min(parent.width, Theme.columnWidth + 2 * Theme.margin) : 0
     onAboutToHide: sheet.controller?.close()

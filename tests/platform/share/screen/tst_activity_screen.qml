@@ -122,6 +122,26 @@ TestCase {
         expectClosedWith("none");
     }
 
+    function test_aClickWhileTheSheetComesDoesNot() {
+        screen.close();
+        tryCompare(loader, "item", null);
+        World.start(test);
+        World.present(test.bill);
+        screen.open();
+        verify(!screen.opened);
+        mouseClick(test, 300, 4);
+        tryCompare(screen, "opened", true);
+        compare(World.outcomes, []);
+    }
+
+    function test_aClickWhileAnActivityIsPerformedDoesNot() {
+        World.offerOwnActivity();
+        press("Own activity");
+        mouseClick(test, 300, 4);
+        compare(World.outcomes, []);
+        compare(screen.opened, true);
+    }
+
     function test_aClickOnTheSheetItselfDoesNot() {
         mouseClick(test, 300, 890);
         mouseClick(test, 300, 60);
@@ -172,6 +192,27 @@ TestCase {
         keyClick(Qt.Key_Up);
         keyClick(Qt.Key_Return);
         expectClosedWith("copy completed");
+    }
+
+    function test_whileAnActivityIsPerformedNothingElseIsOffered() {
+        World.offerOwnActivity();
+        names().slice(3).forEach(name => verify(find(name).enabled, name));
+
+        find("Own activity").forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+
+        const others = ["Copy text", "Copy share $30.00", "Show QR code"];
+        compare(names().slice(3), [...others, "Own activity Waiting…"]);
+        others.forEach(name => verify(!find(name).enabled && find(name).opacity < 1, name));
+        verify(!find("Own activity Waiting…").enabled);
+        compare(find("Own activity Waiting…").opacity, 1);
+        press("Copy text");
+        compare(World.performed, [test.bill]);
+        compare(World.outcomes, []);
+        keyClick(Qt.Key_Tab);
+        verify(find("Cancel").activeFocus);
+        keyClick(Qt.Key_Return);
+        expectClosedWith("Own activity");
     }
 
     function test_aFailureIsToldAndThenTheSheetCloses() {
