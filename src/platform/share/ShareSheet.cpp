@@ -2,6 +2,7 @@
 
 #include <utility>
 
+// With other names than where they are declared: they would hide the members.
 ShareSheet::ShareSheet(
     Binding<bool> presented, Binding<QString> item, std::optional<ActivityCompletion> completion)
     : isPresented(std::move(presented))

@@ -9,8 +9,8 @@
 /// Makes share sheets for a view that says by a flag whether one is shown. It is made anew with
 /// each change of the view; the sheet is made once for each presentation.
 struct ShareSheet {
-    ShareSheet(Binding<bool> presented, Binding<QString> item,
-        std::optional<ActivityCompletion> completion);
+    ShareSheet(Binding<bool> isPresented, Binding<QString> activityItem,
+        std::optional<ActivityCompletion> callback);
 
     /// A sheet of the text as it is now. When the user has finished with it, the callback is told
     /// of the outcome, where there is one, and then `isPresented` is set to false.
