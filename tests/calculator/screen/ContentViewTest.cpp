@@ -39,7 +39,13 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"); }
+    void initTestCase()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        for (const char* folder :
+            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
+            qputenv(folder, m_folder.path().toUtf8());
+    }
 
     void init()
     {

@@ -4,6 +4,7 @@
 #include "UIActivityViewController.h"
 
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 
@@ -14,6 +15,7 @@ class RootViewControllerTest : public QObject {
     Q_OBJECT
 
 private:
+    QTemporaryDir m_home;
     std::unique_ptr<QWindow> m_window;
     RootViewController* m_root = nullptr;
     QStringList m_outcomes; // of all sheets, in the order in which they came
@@ -36,7 +38,13 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"); }
+    void initTestCase()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        for (const char* folder :
+            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
+            qputenv(folder, m_home.path().toUtf8());
+    }
 
     void init()
     {

@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTemporaryDir>
 #include <QTest>
 
 /// A view that presents the sheet by its flag.
@@ -12,6 +13,7 @@ class ShareSheetTest : public QObject {
     Q_OBJECT
 
 private:
+    QTemporaryDir m_home;
     bool m_isPresented = false;
     QString m_text;
     QStringList m_order; // of what the view is told
@@ -50,7 +52,13 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase() { qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"); }
+    void initTestCase()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+        for (const char* folder :
+            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
+            qputenv(folder, m_home.path().toUtf8());
+    }
 
     void init()
     {
