@@ -56,7 +56,15 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase() { m_image = new QrCodeImage(m_window.contentItem()); }
+    void initTestCase()
+    {
+        m_image = new QrCodeImage(m_window.contentItem());
+        const double scale
+            = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
+        const QImage picture = show(summary, 460);
+        QCOMPARE(m_window.devicePixelRatio(), scale);
+        QCOMPARE(picture.width(), qRound(460 * scale));
+    }
 
     void anotherProgramReadsTheText_data()
     {
