@@ -8,8 +8,7 @@
 #include <QPdfWriter>
 #include <QTextDocument>
 
-#include <algorithm>
-#include <array>
+#include <unicode/ulocdata.h>
 
 namespace {
 
@@ -56,24 +55,21 @@ void writePdf(QBuffer& buffer, const QString& text, const QPageLayout& page)
     }
 }
 
-bool usesLetter(const QLocale& locale)
+/// In millimetres; none where nothing is known of the territory.
+QSize usualPaper(const QLocale& locale)
 {
-    if (locale.measurementSystem() == QLocale::ImperialUSSystem)
-        return true;
-    // Where all else is metric (CLDR, supplemental data, paperSize).
-    constexpr std::array metricWithLetter { QLocale::Belize, QLocale::Canada, QLocale::Chile,
-        QLocale::Colombia, QLocale::CostaRica, QLocale::ElSalvador, QLocale::Guatemala,
-        QLocale::Mexico, QLocale::Nicaragua, QLocale::Panama, QLocale::Philippines,
-        QLocale::PuertoRico, QLocale::Venezuela };
-    return std::find(metricWithLetter.begin(), metricWithLetter.end(), locale.territory())
-        != metricWithLetter.end();
+    UErrorCode status = U_ZERO_ERROR;
+    int height = 0;
+    int width = 0;
+    ulocdata_getPaperSize(locale.name().toLatin1().constData(), &height, &width, &status);
+    return U_SUCCESS(status) ? QSize(width, height) : QSize();
 }
 
 } // namespace
 
 QPageLayout usualPage(const QLocale& locale)
 {
-    return { QPageSize(usesLetter(locale) ? QPageSize::Letter : QPageSize::A4),
+    return { QPageSize(usualPaper(locale) == QSize(216, 279) ? QPageSize::Letter : QPageSize::A4),
         QPageLayout::Portrait, QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter };
 }
 
