@@ -145,10 +145,11 @@ void CloudWorker::deleteZone(
         if (m_word == Word::On) // the question was slower than the switch
             return shared->set_value(isOnAgain());
         m_deletions.push_back(std::move(*shared));
-        if (m_word == Word::Off && m_isWordNoted)
-            m_triggers->syncNow(); // the switch was noted, and may have been done since
-        else
-            switchOff();
+        // A switch that was noted is not noted again: it may have been done since.
+        if (std::exchange(m_word, Word::Off) != Word::Off)
+            m_isWordNoted = false;
+        settle();
+        m_triggers->syncNow();
     });
 }
 
