@@ -16,6 +16,8 @@ struct MirroredRow {
     std::optional<qint64> carrier;
 
     [[nodiscard]] bool isLive() const { return renamed.has_value(); }
+    /// Whether the rest of its state is to be read from the record.
+    [[nodiscard]] bool needsRecord() const { return isLive() && exact.isEmpty(); }
 };
 
 struct MirroredRecord {

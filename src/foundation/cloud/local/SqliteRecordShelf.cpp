@@ -22,7 +22,9 @@ std::optional<Record> SqliteRecordShelf::find(const QUuid& id)
         const auto row = known(id);
         if (!row)
             return std::nullopt;
-        return recordOf(*row, m_scope.rows().values(&m_mapping.entity(), row->number));
+        return recordOf(*row,
+            row->needsRecord() ? m_scope.rows().values(&m_mapping.entity(), row->number)
+                               : std::nullopt);
     });
 }
 

@@ -17,11 +17,8 @@ NSFetchRequest withoutBounds(NSFetchRequest request)
     return request;
 }
 
-/// One of so many numbers that a statement serves for any; a record alone is asked for often.
-std::string rowsSql(const EntityTable& table, std::size_t count)
+std::string rowsSql(const EntityTable& table)
 {
-    if (count == 1)
-        return table.rowSql();
     std::string sql = table.selectSql() + " FROM " + table.name() + " WHERE _id IN (?";
     for (std::size_t i = 1; i < identitiesPerQuery; ++i)
         sql += ", ?";
@@ -113,10 +110,12 @@ Result<void> StoreReader::rows(
 {
     return guarded(m_connection.path(), [&] {
         const EntityTable& table = m_tables->of(entity);
+        // A record alone is asked for often, and would stand among NULLs.
+        const std::string sql = ids.size() == 1 ? table.rowSql() : rowsSql(table);
         for (std::size_t first = 0; first < ids.size(); first += identitiesPerQuery) {
-            const std::size_t count = std::min(identitiesPerQuery, ids.size() - first);
-            Query query(m_connection, rowsSql(table, count));
+            Query query(m_connection, sql);
             query->clearBindings(); // unused places stay NULL, which is no identity
+            const std::size_t count = std::min(identitiesPerQuery, ids.size() - first);
             for (std::size_t i = 0; i < count; ++i)
                 query->bind(static_cast<int>(i + 1), static_cast<int64_t>(ids[first + i]));
             while (query->executeStep())
