@@ -1,5 +1,7 @@
 #include "PortalInterface.h"
 
+#include "PortalService.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -10,10 +12,8 @@ namespace {
 void ask(const QString& interface, QObject* context, const std::function<void(bool)>& answer)
 {
     // Every interface of the portal has this property.
-    QDBusMessage message
-        = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
-            QStringLiteral("/org/freedesktop/portal/desktop"),
-            QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    QDBusMessage message = QDBusMessage::createMethodCall(portal::service, portal::path,
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     message << interface << QStringLiteral("version");
     auto* const watcher
         = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), context);

@@ -1,5 +1,7 @@
 #include "PortalRequest.h"
 
+#include "PortalService.h"
+
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
@@ -11,8 +13,6 @@
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString desktopPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
 QString nextToken()
@@ -26,7 +26,7 @@ QString handlePath(const QDBusConnection& bus, const QString& token)
 {
     QString sender = bus.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));
-    return desktopPath + QLatin1String("/request/") + sender + QLatin1Char('/') + token;
+    return portal::path + QLatin1String("/request/") + sender + QLatin1Char('/') + token;
 }
 
 bool isSilence(QDBusError::ErrorType error)
@@ -47,12 +47,13 @@ void PortalRequest::call(const QString& interface, const QString& method,
     }
     const QString token = nextToken();
     m_handle = handlePath(bus, token);
-    bus.connect(service, m_handle, requestInterface, QStringLiteral("Response"), this,
+    bus.connect(portal::service, m_handle, requestInterface, QStringLiteral("Response"), this,
         SLOT(onResponse(uint, QVariantMap)));
     failWithThePortal();
 
     options.insert(QStringLiteral("handle_token"), token);
-    QDBusMessage message = QDBusMessage::createMethodCall(service, desktopPath, interface, method);
+    QDBusMessage message
+        = QDBusMessage::createMethodCall(portal::service, portal::path, interface, method);
     message.setArguments(arguments + QVariantList { options });
     auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
@@ -70,8 +71,8 @@ void PortalRequest::call(const QString& interface, const QString& method,
 /// the call had no owner before.
 void PortalRequest::failWithThePortal()
 {
-    auto* const owner = new QDBusServiceWatcher(
-        service, QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto* const owner = new QDBusServiceWatcher(portal::service, QDBusConnection::sessionBus(),
+        QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(owner, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString&, const QString& oldOwner) {
             if (!oldOwner.isEmpty())
@@ -86,7 +87,7 @@ void PortalRequest::finishUnanswered()
     QDBusMessage question = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("NameHasOwner"));
-    question << service;
+    question << portal::service;
     auto* const watcher
         = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
@@ -99,7 +100,7 @@ void PortalRequest::withdraw()
 {
     m_finished = true;
     QDBusConnection::sessionBus().asyncCall(QDBusMessage::createMethodCall(
-        service, m_handle, requestInterface, QStringLiteral("Close")));
+        portal::service, m_handle, requestInterface, QStringLiteral("Close")));
     deleteLater();
 }
 
