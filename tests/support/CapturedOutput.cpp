@@ -27,3 +27,10 @@ QByteArrayList CapturedOutput::lines() const
     lines.removeLast(); // what follows the last line end
     return lines;
 }
+
+QByteArrayList linesOf(const std::function<void()>& call)
+{
+    const CapturedOutput output;
+    call();
+    return output.lines();
+}

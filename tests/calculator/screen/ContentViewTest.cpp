@@ -1,6 +1,7 @@
 #include "ContentView.h"
 
 #include "DeathTest.h"
+#include "NoDesktop.h"
 #include "Palette.h"
 #include "RootViewController.h"
 #include "TestStore.h"
@@ -39,13 +40,7 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-        for (const char* folder :
-            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
-            qputenv(folder, m_folder.path().toUtf8());
-    }
+    void initTestCase() { useNoDesktop(m_folder.path()); }
 
     void init()
     {

@@ -19,13 +19,6 @@ class FileManagementTest : public QObject {
 private:
     std::unique_ptr<FileTree> m_tree;
 
-    static QByteArrayList linesOf(const std::function<void()>& call)
-    {
-        const CapturedOutput output;
-        call();
-        return output.lines();
-    }
-
     struct Renamed {
         bool moved;
         QByteArrayList lines;

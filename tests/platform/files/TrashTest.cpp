@@ -18,13 +18,6 @@ class TrashTest : public QObject {
 private:
     std::unique_ptr<FileTree> m_tree;
 
-    static QByteArrayList linesOf(const std::function<void()>& call)
-    {
-        const CapturedOutput output;
-        call();
-        return output.lines();
-    }
-
     /// The line of the description that tells the old place.
     [[nodiscard]] QByteArray oldPlace(const QByteArray& description) const
     {

@@ -1,5 +1,6 @@
 #include "ActivityTypes.h"
 #include "FakeActivity.h"
+#include "NoDesktop.h"
 #include "UIActivityViewController.h"
 
 #include <QAbstractItemModelTester>
@@ -83,13 +84,7 @@ private:
     }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-        for (const char* folder :
-            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
-            qputenv(folder, m_home.path().toUtf8());
-    }
+    void initTestCase() { useNoDesktop(m_home.path()); }
 
     void init()
     {

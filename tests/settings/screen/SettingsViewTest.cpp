@@ -32,13 +32,13 @@ bool isMirrored()
     return dynamic_cast<NSPersistentCloudKitContainer*>(store::container().get()) != nullptr;
 }
 
-/// What the call wrote to standard output, the cloud's threads included.
-QByteArrayList linesOf(const std::function<void()>& call)
+/// The cloud's threads included.
+QByteArrayList linesOfAll(const std::function<void()>& call)
 {
-    const CapturedOutput output;
-    call();
-    QThreadPool::globalInstance()->waitForDone();
-    return output.lines();
+    return linesOf([&] {
+        call();
+        QThreadPool::globalInstance()->waitForDone();
+    });
 }
 
 /// In nanoseconds, as far as the file system counts them.
@@ -316,7 +316,7 @@ private Q_SLOTS:
 
     void openingAsLocalSwitchesNothing()
     {
-        const QByteArrayList lines = linesOf([this] { QVERIFY(!opened(local)->iCloud()); });
+        const QByteArrayList lines = linesOfAll([this] { QVERIFY(!opened(local)->iCloud()); });
 
         QCOMPARE(lines, QByteArrayList());
     }
@@ -353,7 +353,7 @@ private Q_SLOTS:
         // The account question of a first opening must not be answered into the captured output.
         QVERIFY(QThreadPool::globalInstance()->waitForDone());
 
-        const QByteArrayList lines = linesOf([&view] { view->setICloud(true); });
+        const QByteArrayList lines = linesOfAll([&view] { view->setICloud(true); });
 
         QVERIFY(isMirrored());
         QCOMPARE(lines, bannerOf("true"));
@@ -370,7 +370,7 @@ private Q_SLOTS:
             });
         const auto view = opened(mirrored);
 
-        QByteArrayList lines = linesOf([&view] { view->setICloud(false); });
+        QByteArrayList lines = linesOfAll([&view] { view->setICloud(false); });
 
         QCOMPARE(lines.takeLast(), QByteArray("the zone is deleted"));
         QVERIFY(!isMirrored());
@@ -386,7 +386,7 @@ private Q_SLOTS:
         });
         const auto view = opened(mirrored);
 
-        const QByteArrayList lines = linesOf([&view] { view->setICloud(false); });
+        const QByteArrayList lines = linesOfAll([&view] { view->setICloud(false); });
 
         QCOMPARE(lines,
             bannerOf("false") + QByteArrayList { "deleting zone error The cloud is not there." });
@@ -398,7 +398,7 @@ private Q_SLOTS:
     {
         const auto view = opened(mirrored);
 
-        const QByteArrayList lines = linesOf([&view] { view->setICloud(false); });
+        const QByteArrayList lines = linesOfAll([&view] { view->setICloud(false); });
 
         QCOMPARE(lines.value(3),
             QByteArray("deleting zone error There is no cloud account to delete the saved bills "
@@ -424,7 +424,7 @@ private Q_SLOTS:
     {
         const auto view = opened(mirrored);
 
-        QCOMPARE(linesOf([&view] { view->setICloud(true); }), QByteArrayList());
+        QCOMPARE(linesOfAll([&view] { view->setICloud(true); }), QByteArrayList());
     }
 
     void theScreensContainerOutlivesTheSwitch()

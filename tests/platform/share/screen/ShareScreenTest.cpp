@@ -1,4 +1,5 @@
 #include "FakeActivity.h"
+#include "NoDesktop.h"
 #include "RootViewController.h"
 #include "UIActivityViewController.h"
 
@@ -108,13 +109,7 @@ class Setup : public QObject {
     Q_OBJECT
 
 public Q_SLOTS:
-    void applicationAvailable()
-    {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-        for (const char* folder :
-            { "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS" })
-            qputenv(folder, "/nowhere");
-    }
+    void applicationAvailable() { useNoDesktop(QStringLiteral("/nowhere")); }
     /// Called for each test file, each with an engine and a window of its own.
     void qmlEngineAvailable(QQmlEngine* engine)
     {
