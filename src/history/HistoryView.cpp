@@ -232,9 +232,9 @@ QString HistoryView::otherColumn() const
     return m_userSettings.showShareInSavedBillsList() ? tr("Total") : tr("Share");
 }
 
-QString HistoryView::areYouSure() const { return strAreYouSure; }
+QString HistoryView::areYouSure() const { return strAreYouSure(); }
 
 QString HistoryView::detailTitle() const
 {
-    return m_detail ? Item::oneLine(m_detail->item()->ref().value_or(strBill)) : QString();
+    return m_detail ? Item::oneLine(m_detail->item()->ref().value_or(strBill())) : QString();
 }

@@ -5,7 +5,7 @@
 
 #include <QCoreApplication>
 
-QString DescriptionBuffer::textOrDefault() const { return m_text.isEmpty() ? strBill : m_text; }
+QString DescriptionBuffer::textOrDefault() const { return m_text.isEmpty() ? strBill() : m_text; }
 
 void DescriptionBuffer::reset(const QString& text)
 {

@@ -271,7 +271,10 @@ QColor ContentView::getForegroundColor() const
     return m_userSettings.highlightSums() || m_dark ? Qt::white : Qt::black;
 }
 
-QString ContentView::tipLabel() const { return QString(tr("Tip ") + strTip()).trimmed(); }
+QString ContentView::tipLabel() const
+{
+    return strTip().isEmpty() ? tr("Tip") : tr("Tip %1").arg(strTip());
+}
 
 QString ContentView::currencySymbolText() const { return currencySymbol(); }
 

@@ -6,15 +6,18 @@
 #include "Diagnostics.h"
 #include "NumberFormatter.h"
 
+#include <QCoreApplication>
+
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <string_view>
 
-const QString strBill = QStringLiteral("Bill");
-const QString strAreYouSure = QStringLiteral("Are you sure?");
-
 namespace {
+
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(Formatting)
+};
 
 constexpr std::string_view unexpectedNil
     = "Unexpectedly found nil while unwrapping an Optional value";
@@ -126,7 +129,7 @@ QString reformatted(
     const std::optional<QDateTime>& date, const QString& coarsePattern, const QString& pattern)
 {
     if (!date)
-        return QStringLiteral("Unknown");
+        return Words::tr("Unknown");
     DateFormatter formatter(dateLocale());
     formatter.setPattern(coarsePattern);
     const std::optional<QDateTime> coarse = formatter.date(formatter.string(*date));
@@ -137,6 +140,10 @@ QString reformatted(
 }
 
 } // namespace
+
+QString strBill() { return Words::tr("Bill"); }
+
+QString strAreYouSure() { return Words::tr("Are you sure?"); }
 
 const QString& currencySymbol()
 {
@@ -180,7 +187,7 @@ QString formattedWithSeparator(double amount) { return Formatter::withSeparator(
 
 QString formattedWithCurrency(double amount) { return Formatter::withCurrency().string(amount); }
 
-QString yesOrNo(bool value) { return value ? QStringLiteral("Yes") : QStringLiteral("No"); }
+QString yesOrNo(bool value) { return value ? Words::tr("Yes") : Words::tr("No"); }
 
 double toDouble(const QString& text)
 {
@@ -205,11 +212,11 @@ QString strService(qint64 service)
 {
     switch (service) {
     case 1:
-        return QStringLiteral("Good");
+        return Words::tr("Good");
     case 2:
-        return QStringLiteral("Excellent");
+        return Words::tr("Excellent");
     default:
-        return QStringLiteral("Poor");
+        return Words::tr("Poor");
     }
 }
 

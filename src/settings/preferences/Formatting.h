@@ -11,10 +11,13 @@ class NumberFormatter;
 
 // How the screens and the summary write numbers, money, services and dates, and how amounts are cut
 // to cents. The formatters and the currency symbol are made on first use, from the locale of that
-// moment, and kept for the life of the process. For the main thread.
+// moment, and kept for the life of the process. Words are in the language of the texts; they are
+// given here in English. For the main thread.
 
-extern const QString strBill; ///< default description of a saved bill
-extern const QString strAreYouSure;
+/// Default description of a saved bill: a text of the user's from then on, in the language of its
+/// day. "Bill".
+[[nodiscard]] QString strBill();
+[[nodiscard]] QString strAreYouSure(); ///< "Are you sure?"
 
 /// The symbol of the user's currency; "$" in a locale that has none.
 [[nodiscard]] const QString& currencySymbol();

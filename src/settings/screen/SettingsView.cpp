@@ -94,6 +94,9 @@ int SettingsView::theme() const
     return theme >= 0 && theme <= 2 ? static_cast<int>(theme) : -1;
 }
 
-QString SettingsView::currencyLabel() const { return tr("Currency symbol ") + currencySymbol(); }
+QString SettingsView::currencyLabel() const
+{
+    return tr("Currency symbol %1").arg(currencySymbol());
+}
 
 QString SettingsView::versionText() const { return version(Bundle::main()); }

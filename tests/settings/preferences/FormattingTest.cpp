@@ -197,8 +197,8 @@ private Q_SLOTS:
 
     void theTextsOfSavedBills()
     {
-        QCOMPARE(strBill, QStringLiteral("Bill"));
-        QCOMPARE(strAreYouSure, QStringLiteral("Are you sure?"));
+        QCOMPARE(strBill(), QStringLiteral("Bill"));
+        QCOMPARE(strAreYouSure(), QStringLiteral("Are you sure?"));
     }
 };
 
