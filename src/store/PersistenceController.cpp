@@ -6,6 +6,8 @@
 #include "NSUbiquitousKeyValueStore.h"
 #include "PersistentContainer.h"
 
+#include <QCoreApplication>
+
 #include <atomic>
 
 namespace {
@@ -16,12 +18,19 @@ std::function<void(const QString&)>& failureAlert()
     return instance;
 }
 
-[[noreturn]] void stop(const QString& message)
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PersistenceController)
+};
+
+/// Shows one text to the user and ends with the other, which is the same in English.
+[[noreturn]] void stop(const QString& shown, const QString& diagnostic)
 {
     if (failureAlert())
-        failureAlert()(message);
-    fatalError(message.toStdString());
+        failureAlert()(shown);
+    fatalError(diagnostic.toStdString());
 }
+
+[[noreturn]] void stop(const char* text) { stop(Texts::tr(text), QString::fromUtf8(text)); }
 
 void printBanner(bool withSync)
 {
@@ -70,11 +79,11 @@ std::shared_ptr<NSPersistentContainer> setupContainer(bool withSync)
     const auto made = PersistentContainer::get(withSync);
     if (const auto* const error = std::get_if<CoreDataModelError>(&made)) {
         printDiagnostic(error->toString().toStdString());
-        stop(QStringLiteral("Could not setup Container"));
+        stop(QT_TRANSLATE_NOOP("PersistenceController", "Could not setup Container"));
     }
     auto container = std::get<std::shared_ptr<NSPersistentContainer>>(made);
     if (container->persistentStoreDescriptions().empty())
-        stop(QStringLiteral("No description found"));
+        stop(QT_TRANSLATE_NOOP("PersistenceController", "No description found"));
     NSPersistentStoreDescription& description = container->persistentStoreDescriptions().front();
     NSManagedObjectContext& viewContext = container->viewContext();
 
@@ -94,7 +103,9 @@ std::shared_ptr<NSPersistentContainer> setupContainer(bool withSync)
     container->loadPersistentStores(
         [](const NSPersistentStoreDescription&, const std::optional<StoreError>& error) {
             if (error)
-                stop(unresolvedError(*error));
+                stop(Texts::tr("Unresolved error %1, %2")
+                         .arg(error->translated(), error->userInfoText()),
+                    unresolvedError(*error));
         });
     printBanner(withSync);
     return container;

@@ -22,8 +22,8 @@ namespace store {
 /// A container with its store open. Where it cannot be opened the process stops, after the alert.
 [[nodiscard]] std::shared_ptr<NSPersistentContainer> setupContainer(bool withSync);
 
-/// What shows to the user why the process is about to stop, and returns when that was read. At
-/// first nothing does.
+/// What shows to the user, in the language of the texts, why the process is about to stop, and
+/// returns when that was read. At first nothing does.
 void setStoreFailureAlert(std::function<void(const QString& message)> alert);
 
 /// The process-wide container, opened on first use. The screens work on another one, that of

@@ -48,7 +48,7 @@ std::variant<PersistentContainer::Model, CoreDataModelError> PersistentContainer
     const Result<std::shared_ptr<NSManagedObjectModel>> model = NSManagedObjectModel::load(url);
     if (!model)
         return CoreDataModelError { Case::modelLoadingFailed, url.toString(),
-            model.error().description };
+            model.error().description.english() };
     NSEntityDescription* const item = model.value()->entity(Item::fetchRequest().entityName);
     if (item == nullptr || !Item::isDescribedBy(*item))
         return CoreDataModelError { Case::modelLoadingFailed, url.toString(),

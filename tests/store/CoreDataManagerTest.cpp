@@ -217,7 +217,7 @@ private Q_SLOTS:
 
         QVERIFY(!done);
         QCOMPARE(done.error().code, expected.error().code);
-        QCOMPARE(done.error().description, expected.error().description);
+        QCOMPARE(done.error().description.english(), expected.error().description.english());
         QCOMPARE(done.error().userInfo, expected.error().userInfo);
         QCOMPARE(changes.count(), 0);
         QVERIFY(!item->isDeleted());

@@ -232,7 +232,7 @@ void ContentView::saveThis()
     if (saved)
         return;
     m_viewContext.deleteObject(*item);
-    m_saveFailure = saved.error().description;
+    m_saveFailure = saved.error().description.translated();
     m_showSaveFailed = true;
     Q_EMIT showSaveFailedChanged();
 }

@@ -19,8 +19,8 @@ namespace {
 
 StoreError noStore()
 {
-    return { StoreError::Code::NoStore, QStringLiteral("The container has not loaded its store."),
-        {} };
+    return { StoreError::Code::NoStore,
+        { QT_TRANSLATE_NOOP("StoreError", "The container has not loaded its store.") }, {} };
 }
 
 NSFetchRequest withoutBounds(NSFetchRequest request)
@@ -166,7 +166,7 @@ Result<NSManagedObjectContext::Object> NSManagedObjectContext::existingObject(
     }
     if (object->m_isFault || object->isDeleted())
         return StoreError { StoreError::Code::ObjectMissing,
-            QStringLiteral("There is no record %1.").arg(id.toString()), {} };
+            { "There is no record %1.", { id.toString() } }, {} };
     return object;
 }
 
@@ -218,7 +218,7 @@ Result<void> NSManagedObjectContext::setQueryGenerationFrom(QueryGeneration gene
     const Result<SqliteStore*> store = m_coordinator.loadedStore();
     if (!store)
         return StoreError { StoreError::Code::GenerationUnavailable,
-            QStringLiteral("There is no store to pin yet."), {} };
+            { "There is no store to pin yet." }, {} };
     auto pinned = (*store)->openPinnedReader();
     if (!pinned)
         return StoreError { StoreError::Code::GenerationUnavailable, pinned.error().description,

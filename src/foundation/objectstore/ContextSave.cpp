@@ -9,14 +9,15 @@
 
 namespace {
 
-std::optional<QString> faultIn(const NSAttributeDescription& attribute, const AttributeValue& value)
+/// What is said of a record, the first place, that has the value in the attribute, the second.
+const char* faultIn(const NSAttributeDescription& attribute, const AttributeValue& value)
 {
     if (value.index() == 0 && !attribute.isOptional)
-        return QStringLiteral("%1 must have a value").arg(attribute.name);
+        return QT_TRANSLATE_NOOP("StoreError", "%1: %2 must have a value.");
     const auto* number = std::get_if<double>(&value);
     if (number != nullptr && std::isnan(*number)) // SQLite would store it as absent
-        return QStringLiteral("%1 is not a number").arg(attribute.name);
-    return std::nullopt;
+        return QT_TRANSLATE_NOOP("StoreError", "%1: %2 is not a number.");
+    return nullptr;
 }
 
 RowChange rowChangeOf(const NSManagedObject& object, qint64 version, const AttributeValues* values)
@@ -54,9 +55,9 @@ Result<void> NSManagedObjectContext::validate() const
             continue;
         for (int i = 0; i < object->entity().attributeCount(); ++i) {
             const auto& attribute = object->entity().attributes()[static_cast<std::size_t>(i)];
-            if (const auto fault = faultIn(attribute, object->attribute(i)))
+            if (const char* const fault = faultIn(attribute, object->attribute(i)))
                 return StoreError { StoreError::Code::Validation,
-                    QStringLiteral("%1: %2.").arg(object->objectID().toString(), *fault),
+                    { fault, { object->objectID().toString(), attribute.name } },
                     { { QStringLiteral("attribute"), attribute.name } } };
         }
     }

@@ -137,7 +137,7 @@ std::shared_ptr<NSManagedObjectModel> modelFrom(const QByteArray& json)
 StoreError unreadable(const QUrl& url, const QString& reason)
 {
     return { StoreError::Code::ModelUnreadable,
-        QStringLiteral("The model %1 cannot be read: %2.").arg(url.toString(), reason),
+        { "The model %1 cannot be read: %2.", { url.toString(), reason } },
         { { QStringLiteral("url"), url } } };
 }
 

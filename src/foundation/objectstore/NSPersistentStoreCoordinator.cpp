@@ -49,7 +49,7 @@ Result<void> NSPersistentStoreCoordinator::addPersistentStore(
     const QString path = description.url().toLocalFile();
     if (m_store || path.isEmpty() || !ensureFolder(QFileInfo(path).absolutePath()))
         return StoreError { StoreError::Code::CannotOpen,
-            QStringLiteral("The store's folder cannot be used."),
+            { QT_TRANSLATE_NOOP("StoreError", "The store's folder cannot be used.") },
             { { QStringLiteral("path"), path } } };
     StoreSettings settings;
     settings.path = path;
@@ -75,7 +75,7 @@ Result<SqliteStore*> NSPersistentStoreCoordinator::loadedStore() const
 {
     if (!m_store)
         return StoreError { StoreError::Code::NoStore,
-            QStringLiteral("The container has not loaded its store."), {} };
+            { QT_TRANSLATE_NOOP("StoreError", "The container has not loaded its store.") }, {} };
     return m_store.get();
 }
 

@@ -1,8 +1,43 @@
 #include "StoreError.h"
 
-#include <QStringList>
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
 
 namespace {
+
+/// What SQLite says of the failures that may happen to a user.
+constexpr std::array reasons {
+    QT_TRANSLATE_NOOP("StoreError", "attempt to write a readonly database"),
+    QT_TRANSLATE_NOOP("StoreError", "database disk image is malformed"),
+    QT_TRANSLATE_NOOP("StoreError", "database is locked"),
+    QT_TRANSLATE_NOOP("StoreError", "database or disk is full"),
+    QT_TRANSLATE_NOOP("StoreError", "disk I/O error"),
+    QT_TRANSLATE_NOOP("StoreError", "file is not a database"),
+    QT_TRANSLATE_NOOP("StoreError", "unable to open database file"),
+};
+
+QString translatedReason(const QString& place)
+{
+    const auto* const reason = std::ranges::find_if(
+        reasons, [&](const char* text) { return place == QLatin1String(text); });
+    return reason == reasons.end() ? place : QCoreApplication::translate("StoreError", *reason);
+}
+
+/// The text with what stands in its places; they are filled at once, so that none is sought in what
+/// filled another.
+QString filled(const QString& text, const QStringList& places)
+{
+    switch (places.size()) {
+    case 0:
+        return text;
+    case 1:
+        return text.arg(places[0]);
+    default:
+        return text.arg(places[0], places[1]);
+    }
+}
 
 QString nameOf(StoreError::Code code)
 {
@@ -52,9 +87,26 @@ QString textOf(const QVariant& value)
 
 } // namespace
 
+QString StoreText::english() const { return filled(QString::fromUtf8(source), places); }
+
+QString StoreText::translated() const
+{
+    QStringList translatedPlaces;
+    for (const QString& place : places)
+        translatedPlaces.append(translatedReason(place));
+    return filled(QCoreApplication::translate("StoreError", source), translatedPlaces);
+}
+
 QString StoreError::toString() const
 {
-    return QLatin1String("StoreError (") + nameOf(code) + QLatin1String("): ") + description;
+    return QLatin1String("StoreError (") + nameOf(code) + QLatin1String("): ")
+        + description.english();
+}
+
+QString StoreError::translated() const
+{
+    return QLatin1String("StoreError (") + nameOf(code) + QLatin1String("): ")
+        + description.translated();
 }
 
 QString StoreError::userInfoText() const

@@ -1,11 +1,22 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <optional>
 #include <utility>
 #include <variant>
+
+/// One sentence for a person: in English for logs, and in the language of the texts for screens.
+struct StoreText {
+    /// English, in the translations' context "StoreError"; %1 and %2 are its places.
+    const char* source = "";
+    QStringList places = {};
+
+    [[nodiscard]] QString english() const;
+    [[nodiscard]] QString translated() const;
+};
 
 /// Why an operation of the store could not be carried out: an expected failure, handed back as a
 /// value. Nothing was changed where one is returned, unless the operation says otherwise.
@@ -29,11 +40,13 @@ struct StoreError {
     };
 
     Code code = Code::InputOutput;
-    QString description; ///< one sentence for a person
+    StoreText description;
     QVariantMap userInfo; ///< details by name, such as "path" or "conflicts"
 
-    /// Code and description in one line.
+    /// Code and description in one line, in English.
     [[nodiscard]] QString toString() const;
+    /// The same in the language of the texts.
+    [[nodiscard]] QString translated() const;
     /// The details in one line: [name: value, ...], sorted by name.
     [[nodiscard]] QString userInfoText() const;
 };

@@ -67,7 +67,7 @@ private Q_SLOTS:
         QVERIFY(!model);
         QCOMPARE(model.error().code, StoreError::Code::ModelUnreadable);
         QCOMPARE(model.error().userInfo.value(QStringLiteral("url")).toUrl(), url);
-        QVERIFY(model.error().description.contains(url.toString()));
+        QVERIFY(model.error().description.english().contains(url.toString()));
     }
 
     void aMissingModelFileIsTheSameError()

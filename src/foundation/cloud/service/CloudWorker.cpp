@@ -270,7 +270,7 @@ bool CloudWorker::openSession()
     if (!m_session) {
         auto opened = MirrorSession::open(m_setup, *m_files);
         if (!opened) {
-            print(opened.error().description);
+            print(opened.error().description.english());
             return false;
         }
         m_session = std::move(*opened);

@@ -35,7 +35,7 @@ Result<std::unique_ptr<MirrorSession>> MirrorSession::open(
         return opened.error();
     if (!session->claim())
         return StoreError { StoreError::Code::InputOutput,
-            QStringLiteral("What is remembered of the mirror could not be written."), {} };
+            { "What is remembered of the mirror could not be written." }, {} };
     session->m_local->forgetHistory(QDateTime::currentDateTimeUtc().addDays(-DaysOfHistory));
     return session;
 }

@@ -6,7 +6,7 @@ namespace {
 
 std::string quoted(const QString& name) { return '"' + name.toStdString() + '"'; }
 
-[[noreturn]] void rejectRequest(const QString& description)
+[[noreturn]] void rejectRequest(const StoreText& description)
 {
     throw StoreError { StoreError::Code::InvalidRequest, description, {} };
 }
@@ -15,7 +15,7 @@ int requiredAttribute(const NSEntityDescription& entity, const QString& name)
 {
     const std::optional<int> index = entity.indexOfAttribute(name);
     if (!index)
-        rejectRequest(QStringLiteral("%1 has no attribute %2.").arg(entity.name(), name));
+        rejectRequest({ "%1 has no attribute %2.", { entity.name(), name } });
     return *index;
 }
 
@@ -168,8 +168,8 @@ RequestSql::RequestSql(const EntityTable& table, const NSFetchRequest& request, 
         const auto type = entity.attributes()[static_cast<std::size_t>(index)].type;
         m_value = fromVariant(request.predicate->value, type);
         if (!m_value || (isAbsent(*m_value) && request.predicate->value.isValid()))
-            rejectRequest(QStringLiteral("%1.%2 is compared with a value of another type.")
-                              .arg(entity.name(), request.predicate->attribute));
+            rejectRequest({ "%1.%2 is compared with a value of another type.",
+                { entity.name(), request.predicate->attribute } });
         m_where = " WHERE " + table.column(index) + operatorOf(request.predicate->comparison);
     }
     bool descending = false;

@@ -28,8 +28,8 @@ std::vector<qint64> identitiesIn(const SQLite::Column& bytes)
     auto ids = unpackIdentities(
         { static_cast<const char*>(bytes.getBlob()), static_cast<std::size_t>(bytes.getBytes()) });
     if (!ids)
-        throw StoreError { StoreError::Code::Corrupt, QStringLiteral("The history is damaged."),
-            {} };
+        throw StoreError { StoreError::Code::Corrupt,
+            { QT_TRANSLATE_NOOP("StoreError", "The history is damaged.") }, {} };
     return *std::move(ids);
 }
 

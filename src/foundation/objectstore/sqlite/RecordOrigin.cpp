@@ -25,7 +25,7 @@ RecordOrigin originOf(
     query->bind(2, static_cast<int64_t>(id.number()));
     if (!query->executeStep())
         throw StoreError { StoreError::Code::ObjectMissing,
-            QStringLiteral("%1 was never saved.").arg(id.toString()), {} };
+            { "%1 was never saved.", { id.toString() } }, {} };
     RecordOrigin origin;
     origin.first = query->getColumn(0).getInt64();
     origin.bits = static_cast<quint64>(query->getColumn(1).getInt64());

@@ -70,7 +70,8 @@ void SqliteConnection::requireInPlace()
     (void)sqlite3_file_control(m_database.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &hasMoved);
     if (hasMoved != 0)
         throw StoreError { StoreError::Code::CannotOpen,
-            QStringLiteral("The store file was deleted, moved or replaced while it was open."),
+            { QT_TRANSLATE_NOOP(
+                "StoreError", "The store file was deleted, moved or replaced while it was open.") },
             { { QStringLiteral("path"), m_path } } };
 }
 
@@ -83,7 +84,8 @@ qint64 SqliteConnection::integer(const std::string& sql)
 StoreError storeErrorFrom(const SQLite::Exception& exception, const QString& path)
 {
     return { codeFor(exception.getErrorCode() & 0xff),
-        QStringLiteral("The store could not be used: %1.").arg(QString::fromUtf8(exception.what())),
+        { QT_TRANSLATE_NOOP("StoreError", "The store could not be used: %1."),
+            { QString::fromUtf8(exception.what()) } },
         { { QStringLiteral("path"), path },
             { QStringLiteral("sqliteCode"), exception.getExtendedErrorCode() } } };
 }

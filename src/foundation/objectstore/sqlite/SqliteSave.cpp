@@ -6,7 +6,7 @@ namespace {
 [[noreturn]] void reportConflicts(const QStringList& conflicts)
 {
     throw StoreError { StoreError::Code::Conflict,
-        QStringLiteral("Records were changed or deleted elsewhere."),
+        { QT_TRANSLATE_NOOP("StoreError", "Records were changed or deleted elsewhere.") },
         { { QStringLiteral("conflicts"), conflicts } } };
 }
 

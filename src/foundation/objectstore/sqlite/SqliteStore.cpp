@@ -34,8 +34,8 @@ void ensureOwnFile(const QString& path)
         return;
     throw StoreError { problem == EACCES || problem == EROFS ? StoreError::Code::PermissionDenied
                                                              : StoreError::Code::CannotOpen,
-        QStringLiteral("The store file cannot be created: %1.")
-            .arg(QString::fromLocal8Bit(std::strerror(problem))),
+        { QT_TRANSLATE_NOOP("StoreError", "The store file cannot be created: %1."),
+            { QString::fromLocal8Bit(std::strerror(problem)) } },
         { { QStringLiteral("path"), path } } };
 }
 
@@ -45,7 +45,7 @@ void requireAccess(const QString& path)
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
     if (::access(name.constData(), R_OK | W_OK) != 0 || ::access(folder.constData(), W_OK) != 0)
         throw StoreError { StoreError::Code::PermissionDenied,
-            QStringLiteral("The store file may not be read and written."),
+            { QT_TRANSLATE_NOOP("StoreError", "The store file may not be read and written.") },
             { { QStringLiteral("path"), path } } };
 }
 

@@ -34,7 +34,7 @@ const EntityTable& EntityTables::named(const QString& name) const
             return table;
     }
     throw StoreError { StoreError::Code::InvalidRequest,
-        QStringLiteral("The model has no entity %1.").arg(name), {} };
+        { "The model has no entity %1.", { name } }, {} };
 }
 
 const EntityTable& EntityTables::of(const NSEntityDescription* entity) const

@@ -21,7 +21,7 @@ struct StoredEntity {
 
 using StoredModel = std::map<QString, StoredEntity>;
 
-[[noreturn]] void refuse(StoreError::Code code, const QString& description, const QString& path)
+[[noreturn]] void refuse(StoreError::Code code, const StoreText& description, const QString& path)
 {
     throw StoreError { code, description, { { QStringLiteral("path"), path } } };
 }
@@ -35,11 +35,12 @@ bool isEmpty(SqliteConnection& connection)
 void examineFormat(SqliteConnection& connection)
 {
     if (connection.integer("PRAGMA application_id") != applicationId)
-        refuse(StoreError::Code::Corrupt, QStringLiteral("The file is not a store."),
-            connection.path());
+        refuse(StoreError::Code::Corrupt,
+            { QT_TRANSLATE_NOOP("StoreError", "The file is not a store.") }, connection.path());
     if (connection.integer("PRAGMA user_version") > formatVersion)
         refuse(StoreError::Code::NewerFormat,
-            QStringLiteral("The store was written by a later version."), connection.path());
+            { QT_TRANSLATE_NOOP("StoreError", "The store was written by a later version.") },
+            connection.path());
 }
 
 StoredModel storedModel(SqliteConnection& connection)
@@ -65,21 +66,28 @@ StoredModel storedModel(SqliteConnection& connection)
 /// know would be lost.
 void examineKnown(const StoredModel& stored, const NSManagedObjectModel& model, const QString& path)
 {
-    const auto incompatible = [&](const QString& what) {
-        refuse(StoreError::Code::IncompatibleModel,
-            QStringLiteral("The store was written with another model: %1.").arg(what), path);
+    const auto incompatible = [&](const StoreText& description) {
+        refuse(StoreError::Code::IncompatibleModel, description, path);
     };
     for (const auto& [name, entity] : stored) {
         const NSEntityDescription* known = model.entity(name);
         if (known == nullptr)
-            incompatible(QStringLiteral("it has the entity %1").arg(name));
+            incompatible({ QT_TRANSLATE_NOOP("StoreError",
+                               "The store was written with another model: it has the entity %1."),
+                { name } });
         for (const auto& [attribute, layout] : entity.attributes) {
             const std::optional<int> index = known->indexOfAttribute(attribute);
             if (!index)
-                incompatible(QStringLiteral("it has the attribute %1.%2").arg(name, attribute));
+                incompatible(
+                    { QT_TRANSLATE_NOOP("StoreError",
+                          "The store was written with another model: it has the attribute %1.%2."),
+                        { name, attribute } });
             if (static_cast<int>(known->attributes()[static_cast<std::size_t>(*index)].type)
                 != layout.type)
-                incompatible(QStringLiteral("%1.%2 is of another type").arg(name, attribute));
+                incompatible(
+                    { QT_TRANSLATE_NOOP("StoreError",
+                          "The store was written with another model: %1.%2 is of another type."),
+                        { name, attribute } });
         }
     }
 }
@@ -209,7 +217,8 @@ void StoreSchema::examine(
     examineKnown(stored, model, connection.path());
     if (migration == Migration::Refuse && lacksSomething(stored, model))
         refuse(StoreError::Code::IncompatibleModel,
-            QStringLiteral("The store was written with an older model."), connection.path());
+            { QT_TRANSLATE_NOOP("StoreError", "The store was written with an older model.") },
+            connection.path());
 }
 
 std::shared_ptr<const EntityTables> StoreSchema::prepare(
