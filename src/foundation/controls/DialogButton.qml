@@ -4,9 +4,13 @@ import Vexilo.Controls
 
 // A button of a dialog. The buttons of a dialog share its width, and are as high as the highest.
 PushButton {
+    id: button
+
     property bool destructive: false
     // Whether this is what the dialog suggests to do.
     property bool preferred: false
+    // What the longest word of the text takes, which is not to be broken.
+    readonly property real wordWidth: Math.ceil(words.contentWidth) + leftPadding + rightPadding
 
     Layout.fillHeight: true
     Layout.fillWidth: true
@@ -18,4 +22,15 @@ PushButton {
     leftPadding: 6
     rightPadding: 6
     wraps: true
+
+    BodyText {
+        id: words
+
+        elide: Text.ElideNone
+        font: button.font
+        text: button.text
+        visible: false
+        width: 1
+        wrapMode: Text.WordWrap
+    }
 }

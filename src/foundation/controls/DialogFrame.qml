@@ -4,7 +4,8 @@ import QtQuick.Templates as T
 import Vexilo.Controls
 
 // A modal dialog in the middle of the window: a title, an optional message, what the dialog itself
-// adds, and buttons. Escape closes it.
+// adds, and buttons, below each other where a word of one would not fit beside the others. Escape
+// closes it.
 T.Dialog {
     id: dialog
 
@@ -65,12 +66,17 @@ T.Dialog {
             visible: children.length > 0
         }
 
-        RowLayout {
+        GridLayout {
             id: buttonRow
+
+            readonly property int count: children.length
+            readonly property real longestWord: Array.from(children).reduce((longest, button) => Math.max(longest, button.wordWidth), 0)
 
             Layout.fillWidth: true
             Layout.topMargin: Theme.lineSpace
-            spacing: Theme.lineSpace
+            columnSpacing: Theme.lineSpace
+            columns: buttonRow.count * (buttonRow.longestWord + Theme.lineSpace) - Theme.lineSpace > buttonRow.width ? 1 : buttonRow.count
+            rowSpacing: Theme.lineSpace
         }
     }
 }

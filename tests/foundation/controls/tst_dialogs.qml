@@ -101,6 +101,37 @@ TestCase {
         tryCompare(window.contentItem, "width", width);
     }
 
+    function test_buttonsStackWhereAWordWouldBeBroken() {
+        opened(confirmation);
+        const cancel = confirmation.initialFocus;
+        const clear = cancel.parent.children[1];
+        fuzzyCompare(cancel.y, clear.y, 1);
+        fuzzyCompare(cancel.width, clear.width, 1);
+        const besideEachOther = cancel.width;
+
+        confirmation.confirmText = "Donaudampfschifffahrtsgesellschaft now";
+
+        tryVerify(() => clear.y >= cancel.y + cancel.height);
+        fuzzyCompare(clear.x, cancel.x, 1);
+        verify(clear.width > 2 * besideEachOther);
+        verify(clear.wordWidth <= clear.width);
+        confirmation.confirmText = "Clear";
+        tryVerify(() => clear.y === cancel.y);
+    }
+
+    function test_buttonsOfSeveralWordsWrapBesideEachOther() {
+        opened(confirmation);
+        const cancel = confirmation.initialFocus;
+        const clear = cancel.parent.children[1];
+
+        confirmation.confirmText = "Clear this bill and all that is in it";
+
+        tryVerify(() => clear.contentItem.lineCount > 1);
+        compare(clear.y, cancel.y);
+        confirmation.confirmText = "Clear";
+        tryCompare(clear.contentItem, "lineCount", 1);
+    }
+
     function test_theKeyboardIsSeenOnTheSafeChoice() {
         opened(confirmation);
         const cancel = confirmation.initialFocus;
