@@ -91,5 +91,5 @@ function(vexilo_test name)
         SKIP_PRECOMPILE_HEADERS ON)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_QUICK_BACKEND=software")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;QT_QUICK_BACKEND=software")
 endfunction()

@@ -1,6 +1,7 @@
 #include "BillMirror.h"
 #include "CloudService.h"
 #include "GlobalModel.h"
+#include "Language.h"
 #include "PersistenceController.h"
 #include "StoreFailure.h"
 #include "TerminationSignals.h"
@@ -31,7 +32,8 @@ void chooseRenderer()
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
-/// The layout follows the language of the texts, which need not be that of the numbers.
+/// The layout follows the user's first language, in which there need not be texts, and which need
+/// not be that of the numbers.
 Qt::LayoutDirection layoutDirection()
 {
     return QLocale(QLocale::system().uiLanguages().value(0)).textDirection();
@@ -48,6 +50,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
     QGuiApplication application(argc, argv);
+    translateTexts(application);
     QGuiApplication::setLayoutDirection(layoutDirection());
 
     const TerminationSignals terminationSignals;

@@ -5,7 +5,7 @@ import tree
 from case import EndToEndTest
 from tree import Role
 
-GERMAN = {"LC_ALL": "de_DE.UTF-8"}
+GERMAN = {"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "en"}
 EURO = "\N{NO-BREAK SPACE}€"
 THIN = "\N{NARROW NO-BREAK SPACE}"
 GERMAN_FIGURES = (f"TOTAL 13,12{EURO}", f"Tip 0,62{EURO}", f"Share per person 6,56{EURO}")

@@ -165,7 +165,7 @@ class Code(ShareTest):
             with self.subTest(theme=theme):
                 self.home.write_preferences(**BILL, theme=theme)
                 with StillDesktop():
-                    self.vexilo = self.launch(locale={"LC_ALL": "de_DE.UTF-8"})
+                    self.vexilo = self.launch(locale={"LC_ALL": "de_DE.UTF-8", "LANGUAGE": "en"})
                     expect_page(self.vexilo, page)
                     self.open(COPY, f"Copy share per person 30,00{NBSP}€", CODE)
                     self.choose(CODE)
