@@ -1,16 +1,14 @@
 #include "VexiloApp.h"
 
 #include "Appearance.h"
-#include "Diagnostics.h"
 #include "RootViewController.h"
 #include "WebPage.h"
+#include "WindowLoader.h"
 
-#include <QEventLoop>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQuickWindow>
 #include <QTimer>
-#include <QUrl>
 
 #include <chrono>
 
@@ -22,12 +20,9 @@ constexpr auto answerTime = 100ms;
 
 } // namespace
 
-VexiloApp::VexiloApp()
-    : m_windowComponent(&m_engine,
-        QUrl(QStringLiteral("qrc:/qt-project.org/imports/Vexilo/App/MainWindow.qml")),
-        QQmlComponent::Asynchronous)
+VexiloApp::VexiloApp(WindowLoader& windowLoader)
+    : m_windowLoader(windowLoader)
 {
-    connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit);
     // Queued: the setter notifies before it saves, and the theme is read from what was saved.
     connect(
         &m_userSettings, &UserSettings::themeChanged, this,
@@ -59,21 +54,12 @@ bool VexiloApp::start()
 
 bool VexiloApp::makeWindow()
 {
-    if (m_windowComponent.isLoading()) {
-        QEventLoop loading;
-        connect(&m_windowComponent, &QQmlComponent::statusChanged, &loading, &QEventLoop::quit);
-        loading.exec();
-    }
-    std::unique_ptr<QObject> object(m_windowComponent.createWithInitialProperties({
+    m_window = m_windowLoader.make({
         { QStringLiteral("app"), QVariant::fromValue(this) },
         { QStringLiteral("contentView"), QVariant::fromValue(&m_contentView) },
-    }));
-    m_window.reset(qobject_cast<QQuickWindow*>(object.get()));
-    if (!m_window) {
-        printDiagnostic(m_windowComponent.errorString().toStdString());
+    });
+    if (!m_window)
         return false;
-    }
-    (void)object.release();
     m_rootViewController = new RootViewController(m_window.get());
     connect(m_rootViewController, &RootViewController::presentedChanged, this,
         &VexiloApp::activityViewControllerChanged);

@@ -11,14 +11,13 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
 
 class QQuickWindow;
 class RootViewController;
+class WindowLoader;
 
 /// The application: builds the shared objects, opens the one window, applies the theme and keeps it
 /// applied, and offers the Help command.
@@ -35,7 +34,8 @@ class VexiloApp : public QObject {
             activityViewControllerChanged)
 
 public:
-    VexiloApp();
+    /// The loader must outlive the application.
+    explicit VexiloApp(WindowLoader& windowLoader);
     ~VexiloApp() override;
 
     /// Opens the window. False where it could not be made; diagnostic lines then say why.
@@ -68,9 +68,7 @@ private:
     void follow(
         bool isShown, std::unique_ptr<View>& view, const Make& make, void (VexiloApp::*changed)());
 
-    // First, since the views' types are loaded by a thread of the engine's own meanwhile.
-    QQmlEngine m_engine;
-    QQmlComponent m_windowComponent;
+    WindowLoader& m_windowLoader;
 
     PersistenceController m_persistenceController = PersistenceController::shared();
     UserSettings& m_userSettings = UserSettings::shared();

@@ -6,6 +6,7 @@
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
+#include "WindowLoader.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -48,12 +49,13 @@ int main(int argc, char* argv[])
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
     QGuiApplication application(argc, argv);
+    WindowLoader windowLoader;
     QGuiApplication::setLayoutDirection(layoutDirection());
 
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);
     CloudService cloud(NSUbiquitousKeyValueStore::defaultStore());
-    VexiloApp app;
+    VexiloApp app(windowLoader);
     QObject::connect(&app, &VexiloApp::becameVisible, &cloud, [&cloud] {
         cloud.start(billMirror());
         cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
