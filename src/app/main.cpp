@@ -1,11 +1,13 @@
 #include "BillMirror.h"
 #include "CloudService.h"
+#include "DesktopApplication.h"
 #include "GlobalModel.h"
 #include "PersistenceController.h"
 #include "StoreFailure.h"
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
+#include "WindowActivation.h"
 #include "WindowLoader.h"
 
 #include <QGuiApplication>
@@ -48,9 +50,18 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
+    const Activation activation = Activation::fromEnvironment();
     QGuiApplication application(argc, argv);
     WindowLoader windowLoader;
+    DesktopApplication desktopApplication(activation);
     QGuiApplication::setLayoutDirection(layoutDirection());
+    // Before anything is opened or written.
+    if (!desktopApplication.isToRun()) {
+        endStartup(activation);
+        return EXIT_SUCCESS;
+    }
+    QObject::connect(
+        &desktopApplication, &DesktopApplication::activated, &application, &activateWindow);
 
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);
@@ -66,5 +77,6 @@ int main(int argc, char* argv[])
         return EXIT_FAILURE;
     const int exitCode = QGuiApplication::exec();
     UserDefaults::standard().synchronize();
+    desktopApplication.leave();
     return exitCode;
 }
