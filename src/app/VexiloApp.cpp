@@ -4,6 +4,7 @@
 #include "RootViewController.h"
 #include "WebPage.h"
 #include "WindowLoader.h"
+#include "WindowMemory.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -48,7 +49,8 @@ bool VexiloApp::start()
     m_contentView.appear();
     connect(m_window.get(), &QQuickWindow::frameSwapped, this, &VexiloApp::becameVisible,
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
-    showWhenAppearanceIsKnown(m_window.get());
+    m_windowMemory = std::make_unique<WindowMemory>(*m_window);
+    showWhenAppearanceIsKnown();
     return true;
 }
 
@@ -66,23 +68,23 @@ bool VexiloApp::makeWindow()
     return true;
 }
 
-void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
+void VexiloApp::showWhenAppearanceIsKnown()
 {
     const QList<Appearance*> windows = Appearance::connected();
     if (windows.isEmpty() || windows.first()->known()) {
-        window->show();
+        m_windowMemory->show();
         return;
     }
     // A desktop that is slow to answer is not waited for: the window may change its colours then.
-    auto* const deadline = new QTimer(window);
+    auto* const deadline = new QTimer(m_window.get());
     deadline->setSingleShot(true);
-    connect(deadline, &QTimer::timeout, window, &QWindow::show);
+    connect(deadline, &QTimer::timeout, m_windowMemory.get(), &WindowMemory::show);
     Appearance* const appearance = windows.first();
-    connect(appearance, &Appearance::becameKnown, deadline, [deadline, window] {
+    connect(appearance, &Appearance::becameKnown, deadline, [this, deadline] {
         if (!deadline->isActive())
             return;
         deadline->stop();
-        window->show();
+        m_windowMemory->show();
     });
     deadline->start(answerTime);
 }

@@ -18,6 +18,7 @@
 class QQuickWindow;
 class RootViewController;
 class WindowLoader;
+class WindowMemory;
 
 /// The application: builds the shared objects, opens the one window, applies the theme and keeps it
 /// applied, and offers the Help command.
@@ -61,7 +62,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool makeWindow();
-    void showWhenAppearanceIsKnown(QQuickWindow* window);
+    void showWhenAppearanceIsKnown();
     void followSettings();
     void followHistory();
     template <class View, class Make>
@@ -81,5 +82,6 @@ private:
     std::unique_ptr<SettingsView> m_settingsView;
     std::unique_ptr<HistoryView> m_historyView;
     std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<WindowMemory> m_windowMemory; // of the window
     QPointer<RootViewController> m_rootViewController; // of the window
 };

@@ -35,6 +35,7 @@ private Q_SLOTS:
     {
         qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
         qputenv("XDG_DATA_HOME", m_folder.path().toLocal8Bit());
+        qputenv("XDG_STATE_HOME", m_folder.path().toLocal8Bit());
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
         m_windowLoader = std::make_unique<WindowLoader>();
         m_app = std::make_unique<VexiloApp>(*m_windowLoader);
