@@ -1,16 +1,15 @@
 #include "VexiloApp.h"
 
 #include "Appearance.h"
-#include "Diagnostics.h"
 #include "RootViewController.h"
 #include "WebPage.h"
+#include "WindowLoader.h"
+#include "WindowMemory.h"
 
-#include <QEventLoop>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQuickWindow>
 #include <QTimer>
-#include <QUrl>
 
 #include <chrono>
 
@@ -22,12 +21,9 @@ constexpr auto answerTime = 100ms;
 
 } // namespace
 
-VexiloApp::VexiloApp()
-    : m_windowComponent(&m_engine,
-        QUrl(QStringLiteral("qrc:/qt-project.org/imports/Vexilo/App/MainWindow.qml")),
-        QQmlComponent::Asynchronous)
+VexiloApp::VexiloApp(WindowLoader& windowLoader)
+    : m_windowLoader(windowLoader)
 {
-    connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit);
     // Queued: the setter notifies before it saves, and the theme is read from what was saved.
     connect(
         &m_userSettings, &UserSettings::themeChanged, this,
@@ -53,50 +49,42 @@ bool VexiloApp::start()
     m_contentView.appear();
     connect(m_window.get(), &QQuickWindow::frameSwapped, this, &VexiloApp::becameVisible,
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
-    showWhenAppearanceIsKnown(m_window.get());
+    m_windowMemory = std::make_unique<WindowMemory>(*m_window);
+    showWhenAppearanceIsKnown();
     return true;
 }
 
 bool VexiloApp::makeWindow()
 {
-    if (m_windowComponent.isLoading()) {
-        QEventLoop loading;
-        connect(&m_windowComponent, &QQmlComponent::statusChanged, &loading, &QEventLoop::quit);
-        loading.exec();
-    }
-    std::unique_ptr<QObject> object(m_windowComponent.createWithInitialProperties({
+    m_window = m_windowLoader.make({
         { QStringLiteral("app"), QVariant::fromValue(this) },
         { QStringLiteral("contentView"), QVariant::fromValue(&m_contentView) },
-    }));
-    m_window.reset(qobject_cast<QQuickWindow*>(object.get()));
-    if (!m_window) {
-        printDiagnostic(m_windowComponent.errorString().toStdString());
+    });
+    if (!m_window)
         return false;
-    }
-    (void)object.release();
     m_rootViewController = new RootViewController(m_window.get());
     connect(m_rootViewController, &RootViewController::presentedChanged, this,
         &VexiloApp::activityViewControllerChanged);
     return true;
 }
 
-void VexiloApp::showWhenAppearanceIsKnown(QQuickWindow* window)
+void VexiloApp::showWhenAppearanceIsKnown()
 {
     const QList<Appearance*> windows = Appearance::connected();
     if (windows.isEmpty() || windows.first()->known()) {
-        window->show();
+        m_windowMemory->show();
         return;
     }
     // A desktop that is slow to answer is not waited for: the window may change its colours then.
-    auto* const deadline = new QTimer(window);
+    auto* const deadline = new QTimer(m_window.get());
     deadline->setSingleShot(true);
-    connect(deadline, &QTimer::timeout, window, &QWindow::show);
+    connect(deadline, &QTimer::timeout, m_windowMemory.get(), &WindowMemory::show);
     Appearance* const appearance = windows.first();
-    connect(appearance, &Appearance::becameKnown, deadline, [deadline, window] {
+    connect(appearance, &Appearance::becameKnown, deadline, [this, deadline] {
         if (!deadline->isActive())
             return;
         deadline->stop();
-        window->show();
+        m_windowMemory->show();
     });
     deadline->start(answerTime);
 }

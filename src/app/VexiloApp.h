@@ -11,14 +11,14 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
 
 class QQuickWindow;
 class RootViewController;
+class WindowLoader;
+class WindowMemory;
 
 /// The application: builds the shared objects, opens the one window, applies the theme and keeps it
 /// applied, and offers the Help command.
@@ -35,7 +35,8 @@ class VexiloApp : public QObject {
             activityViewControllerChanged)
 
 public:
-    VexiloApp();
+    /// The loader must outlive the application.
+    explicit VexiloApp(WindowLoader& windowLoader);
     ~VexiloApp() override;
 
     /// Opens the window. False where it could not be made; diagnostic lines then say why.
@@ -61,16 +62,14 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool makeWindow();
-    void showWhenAppearanceIsKnown(QQuickWindow* window);
+    void showWhenAppearanceIsKnown();
     void followSettings();
     void followHistory();
     template <class View, class Make>
     void follow(
         bool isShown, std::unique_ptr<View>& view, const Make& make, void (VexiloApp::*changed)());
 
-    // First, since the views' types are loaded by a thread of the engine's own meanwhile.
-    QQmlEngine m_engine;
-    QQmlComponent m_windowComponent;
+    WindowLoader& m_windowLoader;
 
     PersistenceController m_persistenceController = PersistenceController::shared();
     UserSettings& m_userSettings = UserSettings::shared();
@@ -83,5 +82,6 @@ private:
     std::unique_ptr<SettingsView> m_settingsView;
     std::unique_ptr<HistoryView> m_historyView;
     std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<WindowMemory> m_windowMemory; // of the window
     QPointer<RootViewController> m_rootViewController; // of the window
 };

@@ -1,5 +1,6 @@
 #include "BillMirror.h"
 #include "CloudService.h"
+#include "DesktopApplication.h"
 #include "GlobalModel.h"
 #include "Language.h"
 #include "PersistenceController.h"
@@ -7,6 +8,8 @@
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
+#include "WindowActivation.h"
+#include "WindowLoader.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -49,14 +52,24 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
+    const Activation activation = Activation::fromEnvironment();
     QGuiApplication application(argc, argv);
+    WindowLoader windowLoader;
+    DesktopApplication desktopApplication(activation);
     translateTexts(application);
     QGuiApplication::setLayoutDirection(layoutDirection());
+    // Before anything is opened or written.
+    if (!desktopApplication.isToRun()) {
+        endStartup(activation);
+        return EXIT_SUCCESS;
+    }
+    QObject::connect(
+        &desktopApplication, &DesktopApplication::activated, &application, &activateWindow);
 
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);
     CloudService cloud(NSUbiquitousKeyValueStore::defaultStore());
-    VexiloApp app;
+    VexiloApp app(windowLoader);
     QObject::connect(&app, &VexiloApp::becameVisible, &cloud, [&cloud] {
         cloud.start(billMirror());
         cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
@@ -67,5 +80,6 @@ int main(int argc, char* argv[])
         return EXIT_FAILURE;
     const int exitCode = QGuiApplication::exec();
     UserDefaults::standard().synchronize();
+    desktopApplication.leave();
     return exitCode;
 }

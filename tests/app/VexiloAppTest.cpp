@@ -1,6 +1,7 @@
 #include "VexiloApp.h"
 #include "Appearance.h"
 #include "UserSettings.h"
+#include "WindowLoader.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -21,6 +22,7 @@ class VexiloAppTest : public QObject {
 
 private:
     QTemporaryDir m_folder;
+    std::unique_ptr<WindowLoader> m_windowLoader;
     std::unique_ptr<VexiloApp> m_app;
 
     static InterfaceStyle styleOfWindow()
@@ -33,12 +35,18 @@ private Q_SLOTS:
     {
         qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
         qputenv("XDG_DATA_HOME", m_folder.path().toLocal8Bit());
+        qputenv("XDG_STATE_HOME", m_folder.path().toLocal8Bit());
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-        m_app = std::make_unique<VexiloApp>();
+        m_windowLoader = std::make_unique<WindowLoader>();
+        m_app = std::make_unique<VexiloApp>(*m_windowLoader);
         QVERIFY(m_app->start());
     }
 
-    void cleanupTestCase() { m_app.reset(); }
+    void cleanupTestCase()
+    {
+        m_app.reset();
+        m_windowLoader.reset();
+    }
 
     void oneWindowIsShownUnderTheProgramsName()
     {

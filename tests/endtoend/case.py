@@ -3,6 +3,7 @@
 import unittest
 
 from home import Home
+from session import Session
 from vexilo import Vexilo
 
 
@@ -20,6 +21,12 @@ class ProgramTest(unittest.TestCase):
     def _finish(self, program):
         program.stop()
         self.assertEqual(program.complaints(), [])
+
+    def open_session(self, home, name):
+        """One more session bus in a home, which ends with the test."""
+        session = Session(home, name)
+        self.addCleanup(session.end)
+        return session
 
 
 class EndToEndTest(ProgramTest):

@@ -24,6 +24,7 @@ class Device:
         self.session = Session(self.home)
         self.session.start_keyring()
         self.vexilo = None
+        self._keyring_name = None
         if server:
             self.set_account(server)
         if choice:
@@ -39,9 +40,9 @@ class Device:
         self.set_password(dav_server.PASSWORD)
         self.home.write_cloud_account(url=server.url, user=dav_server.USER, **more)
 
-    def set_password(self, password):
+    def set_password(self, password, session=None):
         """Puts the password into the keyring, over the one that was there."""
-        self.session.store_secret(password, "Vexilo", {
+        (session or self.session).store_secret(password, "Vexilo", {
             "xdg:schema": "org.qt.keychain", "server": "Vexilo", "type": "plaintext",
             "user": self._keyring_name})
 

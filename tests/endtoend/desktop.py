@@ -35,12 +35,14 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC
 </busconfig>
 """
 
-# One key binding of its own, to close a window: every other key stroke reaches the program.
+# Two key bindings of its own, to close and to maximise a window: every other key stroke reaches the
+# program.
 WINDOW_MANAGER_CONFIGURATION = """<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew></focus>
   <desktops><number>1</number></desktops>
-  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind>
+    <keybind key="A-F10"><action name="ToggleMaximize"/></keybind></keyboard>
 </openbox_config>
 """
 

@@ -1,17 +1,15 @@
 """The base of the tests of mirroring: a server, and as many devices as a test wants."""
 
 import base64
-import subprocess
 
-import desktop
 import screen
 import waiting
+from bystander import Bystander
 from case import ProgramTest
 from cloud_device import ON, Device
 from cloud_folder import CloudFolder
 from dav_server import PASSWORD, USER, DavServer
 
-BYSTANDER = "bystander"
 # In seconds. An edit alone is held back for two, so that others can follow it: a test that is about
 # something else looks at the window of the program, which does not wait then.
 DEADLINE = 15.0
@@ -26,18 +24,10 @@ class MirroringTest(ProgramTest):
         self.cloud = CloudFolder(self.server.folder)
         self.passwords = [PASSWORD]  # all that are ever used
         self._devices = []
-        self._open_bystander()
+        self._bystander = Bystander(self)
 
     def make_server(self):
         return DavServer()
-
-    def _open_bystander(self):
-        """A window of another program."""
-        process = desktop.start(["xev", "-name", BYSTANDER, "-event", "button"],
-                                stdout=subprocess.DEVNULL)
-        self.addCleanup(desktop.stop, process)
-        self._bystander = waiting.until(lambda: screen.window_named(BYSTANDER),
-                                        "the window of another program shows")
 
     # Devices
 
@@ -58,8 +48,14 @@ class MirroringTest(ProgramTest):
             device.adopt(lambda device=device: self.launch_on(device))
 
     def launch_on(self, device):
-        """Starts a program, which may be one of several, on a device."""
         return self.launch_in(device.home, environment=device.session.program_environment())
+
+    def launch_beside(self, device):
+        """Starts one more program in a device's home, from a session that knows no other one."""
+        session = self.open_session(device.home, "second-session")
+        session.start_keyring()
+        device.set_password(PASSWORD, session)
+        return self.launch_in(device.home, environment=session.program_environment())
 
     def start_mirrored(self, *descriptions):
         """A device that mirrors since its start, and has published these bills."""
@@ -97,7 +93,7 @@ class MirroringTest(ProgramTest):
 
     def look(self, vexilo):
         """Goes to a program's window from that of another program."""
-        screen.activate(self._bystander)
+        self._bystander.take_keyboard()
         vexilo.expect_active(False)
         screen.activate(vexilo.window)
         vexilo.expect_active()

@@ -1,6 +1,10 @@
 """Keys and pointer moved and windows seen through the display, as a person would."""
 
+import os
+import select
 import subprocess
+
+import waiting
 
 
 def press_keys(*keys):
@@ -69,6 +73,12 @@ def window_named(name):
     return found[0] if found else None
 
 
+def windows_named(name):
+    """All that the window manager knows with a title, minimised ones included."""
+    listed = _run("xprop", "-root", "_NET_CLIENT_LIST").partition("#")[2].strip()
+    return [window for window in listed.split(", ") if window and title_of(window) == name]
+
+
 def title_of(window):
     return _run("xdotool", "getwindowname", window).strip()
 
@@ -82,6 +92,69 @@ def size_of(window):
 def resize(window, width, height):
     """Asks the window manager for a size, as a person does who drags the window's corner."""
     _run("xdotool", "windowsize", window, str(width), str(height))
+
+
+def move(window, x, y):
+    """Asks the window manager for a place, as a person does who drags the window's title."""
+    _run("xdotool", "windowmove", window, str(x), str(y))
+
+
+def active_window():
+    """The window that has the keyboard."""
+    return _run("xdotool", "getactivewindow").strip()
+
+
+def set_workspaces(count):
+    _run("xdotool", "set_num_desktops", str(count))
+
+
+def go_to_workspace(number):
+    _run("xdotool", "set_desktop", str(number))
+
+
+def workspace():
+    return _run("xdotool", "get_desktop").strip()
+
+
+def workspace_of(window):
+    return _run("xdotool", "get_desktop_for_window", window).strip()
+
+
+class RootMessages:
+    """Messages of a kind that programs send to all of the display. Use as a context manager."""
+
+    def __init__(self, kind):
+        self._kind = kind.encode()
+        self._seen = b""
+
+    def __enter__(self):
+        self._process = subprocess.Popen(["xev", "-root", "-event", "property"],
+                                         stdout=subprocess.PIPE)
+        waiting.until(self._listens, "messages are listened to")
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.communicate()
+
+    def arrived(self):
+        """Whether one has come by now."""
+        while select.select([self._process.stdout], [], [], 0)[0]:
+            self._seen += os.read(self._process.stdout.fileno(), 4096)
+        return self._kind in self._seen
+
+    def _listens(self):
+        _run("xprop", "-root", "-f", "_PROBE", "8s", "-set", "_PROBE", "")
+        self.arrived()
+        return self._seen
+
+
+def minimise(window):
+    _run("xdotool", "windowminimize", "--sync", window)
+
+
+def is_maximised(window):
+    return "_NET_WM_STATE_MAXIMIZED_VERT" in _run("xprop", "-id", window, "_NET_WM_STATE")
 
 
 def colour_at(x, y):
@@ -111,6 +184,12 @@ def origin_of(window):
     """The place of the window's upper left corner on the screen, inside its frame, in pixels."""
     facts = _facts_of(window)
     return int(facts["Absolute upper-left X"]), int(facts["Absolute upper-left Y"])
+
+
+def frame_of(window):
+    """The thickness of what the window manager draws left, right, above and below of a window."""
+    numbers = _run("xprop", "-id", window, "_NET_FRAME_EXTENTS").partition("=")[2]
+    return [int(number) for number in numbers.split(",")]
 
 
 def least_size_of(window):

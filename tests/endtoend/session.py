@@ -28,15 +28,20 @@ ACCESSIBILITY_INTERFACE = """
 
 
 class Session:
-    """Lives in a home until `end()`. Nothing on its bus is started by being asked for."""
+    """Lives in a home until `end()`. Nothing on its bus is started by being asked for.
 
-    def __init__(self, home):
+    A home may have several, each under a name: then each has a keyring file of its own.
+    """
+
+    def __init__(self, home, name="session"):
         self._cleanup = contextlib.ExitStack()
         self._keyring = None
-        folder = home.file("session")
-        folder.mkdir()
+        folder = home.file(name)
+        (folder / "data").mkdir(parents=True)
+        (folder / "runtime").mkdir(mode=0o700)
         self._log = self._cleanup.enter_context(open(folder / "log", "ab"))
-        self._environment = desktop.bare_environment() | home.environment(os.environ["PATH"])
+        self._environment = desktop.bare_environment() | home.environment(os.environ["PATH"]) | {
+            "XDG_DATA_HOME": str(folder / "data"), "XDG_RUNTIME_DIR": str(folder / "runtime")}
         with contextlib.ExitStack() as failing:
             failing.callback(self.end)
             self.bus = self._start_bus(folder)

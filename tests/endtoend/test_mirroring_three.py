@@ -39,7 +39,7 @@ class CopiedProfile(MirroringTest):
 class TwoProgramsInOneHome(MirroringTest):
     def test_they_mirror_each_bill_once(self):
         first, second = self.start_pair("Breakfast")
-        copy = self.launch_on(first)
+        copy = self.launch_beside(first)
         bills = SavedBills(copy)
         bills.open()
         bills.expect_bills("Breakfast")
@@ -62,7 +62,7 @@ class TwoProgramsInOneHome(MirroringTest):
 
     def test_one_goes_on_with_it_when_the_other_ends(self):
         first, second = self.start_pair("Breakfast")
-        copy = self.launch_on(first)
+        copy = self.launch_beside(first)
         bills = SavedBills(copy)
         first.vexilo.kill()
 

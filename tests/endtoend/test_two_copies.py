@@ -1,4 +1,4 @@
-"""Two copies of the program that share one home."""
+"""Two copies of the program that share one home, each on a session bus of its own."""
 
 import tree
 from saved_bills import NONE_YET, SavedBills, SavedBillsTest
@@ -10,7 +10,8 @@ class TwoCopies(SavedBillsTest):
         super().setUp()
         self.start_with("Breakfast")
         self.first, self.first_bills = self.vexilo, self.bills
-        self.second = self.launch()
+        session = self.open_session(self.home, "second-session")
+        self.second = self.launch(environment=session.program_environment())
         self.second_bills = SavedBills(self.second)
 
     def test_what_either_saves_both_show(self):

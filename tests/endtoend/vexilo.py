@@ -21,12 +21,9 @@ class Vexilo:
     """
 
     def __init__(self, home, locale=None, environment=None, through=()):
-        self._log = home.file("vexilo.log")
+        self._log = log_of(home)
         self._frame = None
-        with open(self._log, "ab") as log:
-            self._process = desktop.start(
-                [*through, os.environ["VEXILO_PROGRAM"]], stdout=log, stderr=log,
-                env=_environment(home, locale or DEFAULT_LOCALE, environment or {}))
+        self._process = start_process(home, locale, environment, through)
         with contextlib.ExitStack() as cleanup:
             cleanup.callback(self.stop)
             self._await_active_frame()
@@ -190,6 +187,18 @@ class Vexilo:
     def stop(self):
         if self.is_running():
             desktop.stop(self._process)
+
+
+def log_of(home):
+    """The file with what every program in a home has printed."""
+    return home.file("vexilo.log")
+
+
+def start_process(home, locale=None, environment=None, through=()):
+    """Starts the program in a home without waiting for a window, which there may never be."""
+    with open(log_of(home), "ab") as log:
+        return desktop.start([*through, os.environ["VEXILO_PROGRAM"]], stdout=log, stderr=log,
+                             env=_environment(home, locale or DEFAULT_LOCALE, environment or {}))
 
 
 def _environment(home, locale, additions):
