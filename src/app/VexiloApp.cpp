@@ -6,8 +6,6 @@
 #include "WindowLoader.h"
 #include "WindowMemory.h"
 
-#include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -36,8 +34,7 @@ VexiloApp::~VexiloApp() = default;
 
 bool VexiloApp::start()
 {
-    // The first text and the first amount cost their libraries' start: paid while types are loaded.
-    (void)QFontMetricsF(QGuiApplication::font()).height();
+    // The first amount costs its library's start: paid while types are loaded.
     m_contentView.calculate();
     (void)m_contentView.totalText();
     if (!makeWindow())

@@ -1,6 +1,7 @@
 #include "BillMirror.h"
 #include "CloudService.h"
 #include "DesktopApplication.h"
+#include "FontStart.h"
 #include "GlobalModel.h"
 #include "Language.h"
 #include "PersistenceController.h"
@@ -15,6 +16,8 @@
 #include <QLocale>
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
+
+#include <malloc.h>
 
 Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
@@ -48,12 +51,15 @@ int main(int argc, char* argv[])
 {
     // It would print every message of the session bus, the password of a cloud account among them.
     qunsetenv("QDBUS_DEBUG");
+    // Threads that hardly ever allocate at the same time would each keep half a megabyte to itself.
+    mallopt(M_ARENA_MAX, 1);
     chooseRenderer();
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
     const Activation activation = Activation::fromEnvironment();
     QGuiApplication application(argc, argv);
+    const FontStart fontStart;
     WindowLoader windowLoader;
     DesktopApplication desktopApplication(activation);
     translateTexts(application);
