@@ -81,6 +81,9 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
             for (const mirror::SharedValue& shared : known)
                 m_values.adopt(shared.value, shared.key);
         });
+    // What knows of the network brings a megabyte of libraries, which are of use to an account only.
+    connect(m_worker.get(), &CloudWorker::accountFound, this, &CloudService::followNetwork,
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_worker->moveToThread(&m_thread);
 }
 
@@ -106,7 +109,6 @@ void CloudService::start(const CloudSetup& setup)
     Q_EMIT m_port->forWorker([setup, isMirrored = m_isMirrored](
                                  CloudWorker& worker) { worker.start(setup, isMirrored); });
     sendChanges();
-    followNetwork();
 }
 
 void CloudService::setActive(bool isActive)

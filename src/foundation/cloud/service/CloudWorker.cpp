@@ -87,10 +87,12 @@ void CloudWorker::onAccountsChanged()
     answerStatus();
     m_isUsable = m_accounts->state() == AccountState::Available;
     settle();
-    if (m_isUsable)
+    if (m_isUsable) {
+        Q_EMIT accountFound();
         m_triggers->syncNow();
-    else if (!m_accounts->problem().isEmpty())
+    } else if (!m_accounts->problem().isEmpty()) {
         tellOnce(m_accounts->problem());
+    }
 }
 
 void CloudWorker::askStatus(StatusPromise answer)

@@ -43,6 +43,8 @@ public:
     void noteNetwork();
 
 Q_SIGNALS:
+    /// There is one that can be used, again or for the first time.
+    void accountFound();
     void changesKept(const QList<UbiquitousChange>& changes);
     void valuesKnown(const QList<SharedValue>& values);
 
