@@ -15,6 +15,8 @@
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <cstdlib>
+
 Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
@@ -54,11 +56,13 @@ int main(int argc, char* argv[])
     QGuiApplication application(argc, argv);
     WindowLoader windowLoader;
     DesktopApplication desktopApplication(activation);
+    // While the bus answers; whatever opens or writes something comes after its answer.
     QGuiApplication::setLayoutDirection(layoutDirection());
-    // Before anything is opened or written.
+    (void)GlobalModel::shared();
     if (!desktopApplication.isToRun()) {
         endStartup(activation);
-        return EXIT_SUCCESS;
+        // Nothing is open, and the types that are still being loaded are not waited for.
+        std::quick_exit(EXIT_SUCCESS);
     }
     QObject::connect(
         &desktopApplication, &DesktopApplication::activated, &application, &activateWindow);
