@@ -17,6 +17,8 @@
 #include <QQuickWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include <cstdlib>
+
 #include <malloc.h>
 
 Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
@@ -62,12 +64,14 @@ int main(int argc, char* argv[])
     const FontStart fontStart;
     WindowLoader windowLoader;
     DesktopApplication desktopApplication(activation);
+    // While the bus answers; whatever opens or writes something comes after its answer.
     translateTexts(application);
     QGuiApplication::setLayoutDirection(layoutDirection());
-    // Before anything is opened or written.
+    (void)GlobalModel::shared();
     if (!desktopApplication.isToRun()) {
         endStartup(activation);
-        return EXIT_SUCCESS;
+        // Nothing is open, and the types that are still being loaded are not waited for.
+        std::quick_exit(EXIT_SUCCESS);
     }
     QObject::connect(
         &desktopApplication, &DesktopApplication::activated, &application, &activateWindow);
