@@ -7,6 +7,7 @@
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
+#include "WindowIcon.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -61,6 +62,7 @@ int main(int argc, char* argv[])
         cloud.start(billMirror());
         cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
     });
+    QObject::connect(&app, &VexiloApp::becameVisible, &setWindowIcon);
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, &cloud,
         [&cloud](Qt::ApplicationState state) { cloud.setActive(state == Qt::ApplicationActive); });
     if (!app.start())
