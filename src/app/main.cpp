@@ -1,5 +1,6 @@
 #include "BillMirror.h"
 #include "CloudService.h"
+#include "CommandLine.h"
 #include "GlobalModel.h"
 #include "Language.h"
 #include "PersistenceController.h"
@@ -44,6 +45,8 @@ Qt::LayoutDirection layoutDirection()
 
 int main(int argc, char* argv[])
 {
+    if (argc > 1 && answerCommandLine(argc, argv))
+        return EXIT_SUCCESS;
     // It would print every message of the session bus, the password of a cloud account among them.
     qunsetenv("QDBUS_DEBUG");
     chooseRenderer();
