@@ -1,5 +1,6 @@
 """The program as its package installs it, unpacked into a folder of its own."""
 
+import json
 import os
 import pathlib
 import re
@@ -47,11 +48,13 @@ class Installed(EndToEndTest):
         vexilo.until(lambda: screen.icon_sizes_of(window), "the window has its icon")
 
     def test_it_finds_its_bundle(self):
+        bundle = json.loads((ROOT / "usr/share/vexilo/Info.json").read_text("utf-8"))
         settings = SettingsSheet(self.launch())
 
         settings.open()
 
-        settings.expect(Role.LABEL, f"Version {control_field('Version')}.1")
+        settings.expect(Role.LABEL, f"Version {bundle['CFBundleShortVersionString']}"
+                                    f".{bundle['CFBundleVersion']}")
 
     def test_every_library_it_loads_is_in_a_package_that_is_asked_for(self):
         vexilo = self.launch()
