@@ -21,6 +21,7 @@ FILES = {
     f"metainfo/{ID}.metainfo.xml",
     "vexilo/Info.json",
     "vexilo/Vexilo.momd",
+    "vexilo/translations/vexilo_de.qm",
 }
 
 PACKAGE = pathlib.Path(sys.argv[1])
