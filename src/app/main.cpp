@@ -1,5 +1,6 @@
 #include "BillMirror.h"
 #include "CloudService.h"
+#include "CommandLine.h"
 #include "DesktopApplication.h"
 #include "FontStart.h"
 #include "GlobalModel.h"
@@ -10,6 +11,7 @@
 #include "UserDefaults.h"
 #include "VexiloApp.h"
 #include "WindowActivation.h"
+#include "WindowIcon.h"
 #include "WindowLoader.h"
 
 #include <QGuiApplication>
@@ -51,6 +53,8 @@ Qt::LayoutDirection layoutDirection()
 
 int main(int argc, char* argv[])
 {
+    if (argc > 1 && answerCommandLine(argc, argv))
+        return EXIT_SUCCESS;
     // It would print every message of the session bus, the password of a cloud account among them.
     qunsetenv("QDBUS_DEBUG");
     // Threads that hardly ever allocate at the same time would each keep half a megabyte to itself.
@@ -84,6 +88,7 @@ int main(int argc, char* argv[])
         cloud.start(billMirror());
         cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
     });
+    QObject::connect(&app, &VexiloApp::becameVisible, &setWindowIcon);
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, &cloud,
         [&cloud](Qt::ApplicationState state) { cloud.setActive(state == Qt::ApplicationActive); });
     if (!app.start())

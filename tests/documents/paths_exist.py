@@ -35,7 +35,7 @@ def main():
     documents = sorted(root.glob("*.md")) + sorted(root.glob("docs/**/*.md"))
     names = [(document, word) for document in documents
              for word in named_paths(document.read_text(encoding="utf-8"))
-             if not word.startswith("build/")]
+             if not word.removeprefix("./").startswith("build/")]
     missing = [f"{document.name}: {word}" for document, word in names if not exists(root, document, word)]
     print(f"{len(names)} paths in {len(documents)} documents")
     if missing or not names:

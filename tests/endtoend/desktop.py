@@ -49,8 +49,8 @@ WINDOW_MANAGER_CONFIGURATION = """<?xml version="1.0"?>
 # The only service that the bus may start: the machine's portals and the like stay out.
 ACCESSIBILITY_SERVICE = "/usr/share/dbus-1/services/org.a11y.Bus.service"
 
-PASSED_ON = ("PATH", "VEXILO_PROGRAM", "ASAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS",
-             "UBSAN_OPTIONS")
+PASSED_ON = ("PATH", "PYTHONPATH", "VEXILO_PROGRAM", "ASAN_OPTIONS", "LSAN_OPTIONS",
+             "TSAN_OPTIONS", "UBSAN_OPTIONS")
 
 
 def bare_environment():

@@ -201,6 +201,24 @@ def least_size_of(window):
     return None
 
 
+def class_of(window):
+    """The class that the program gives its window, by which a desktop finds the menu entry."""
+    # WM_CLASS(STRING) = "instance", "class"
+    return _run("xprop", "-id", window, "WM_CLASS").split('"')[3]
+
+
+def icon_sizes_of(window):
+    """The sizes of the icon that the program gives its window, the smallest first."""
+    # Each picture is its width and height, and then as many numbers as it has pixels.
+    numbers = _run("xprop", "-id", window, "-notype", "32c", "_NET_WM_ICON").partition("=")[2]
+    numbers = [int(number) for number in numbers.replace(",", " ").split()]
+    sizes = []
+    while numbers:
+        sizes.append((numbers[0], numbers[1]))
+        del numbers[:2 + numbers[0] * numbers[1]]
+    return sorted(sizes)
+
+
 def _facts_of(window):
     # xdotool counts the frame twice in the place of a window.
     lines = _run("xwininfo", "-id", window).splitlines()

@@ -7,6 +7,7 @@ from colours import (BLACK, DARK_PAGE, LIGHT_PAGE, WHITE, expect_page, is_red, p
 from portal import SettingsPortal
 
 LEAST = (500, 800)
+ICON_SIZES = [(16, 16), (32, 32), (48, 48), (128, 128)]
 PAGE_COLOURS = {"1": LIGHT_PAGE, "2": DARK_PAGE}
 
 
@@ -33,6 +34,14 @@ class WindowSize(EndToEndTest):
         screen.resize(window, 300, 300)
 
         vexilo.until(lambda: screen.size_of(window) == LEAST, "the window has its least size")
+
+
+class WindowIcon(EndToEndTest):
+    def test_the_window_has_its_icon_in_the_sizes_of_lists_and_panels(self):
+        vexilo = self.launch()
+        window = vexilo.window
+
+        vexilo.until(lambda: screen.icon_sizes_of(window) == ICON_SIZES, "the window has its icon")
 
 
 class Theme(EndToEndTest):

@@ -1,0 +1,18 @@
+#include "WindowIcon.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QSize>
+
+void setWindowIcon()
+{
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return;
+    const QString file = QCoreApplication::applicationDirPath()
+        + QLatin1String("/../share/icons/hicolor/%1x%1/apps/") + QGuiApplication::desktopFileName()
+        + QLatin1String(".png");
+    QIcon icon;
+    for (const int size : { 16, 32, 48, 128 })
+        icon.addFile(file.arg(size), QSize(size, size));
+    QGuiApplication::setWindowIcon(icon);
+}
