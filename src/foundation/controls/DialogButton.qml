@@ -11,7 +11,7 @@ PushButton {
     Layout.fillHeight: true
     Layout.fillWidth: true
     Layout.preferredWidth: 1
-    contentColor: destructive ? "white" : Theme.accentText
+    contentColor: destructive ? Theme.onText : Theme.accentText
     fill: destructive ? Theme.on : Theme.controlFill
     font.bold: preferred || destructive
     font.pixelSize: Theme.bodyFontSize + 1
