@@ -7,6 +7,7 @@ import Vexilo.Controls
 GridLayout {
     id: row
 
+    readonly property string spoken: label.text + " " + row.view.peopleText
     required property ContentView view
 
     columnSpacing: Theme.lineSpace
@@ -14,7 +15,7 @@ GridLayout {
     rowSpacing: 0
 
     RowLayout {
-        Accessible.name: label.text + " " + row.view.peopleText
+        Accessible.name: row.spoken
         Accessible.role: Accessible.StaticText
         Layout.leftMargin: Theme.rowPadding
         spacing: Theme.lineSpace + 2
