@@ -10,6 +10,7 @@ PushButton {
 
     Layout.fillHeight: true
     Layout.fillWidth: true
+    Layout.maximumWidth: Infinity
     Layout.preferredWidth: 1
     contentColor: destructive ? Theme.onText : Theme.accentText
     fill: destructive ? Theme.on : Theme.controlFill
