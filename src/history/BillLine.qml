@@ -68,8 +68,10 @@ Item {
         anchors.verticalCenterOffset: line.stacked ? refText.implicitHeight / 2 : 0
         color: line.emphasised ? Theme.text : Theme.softText
         font.pixelSize: Theme.smallFontSize + 2
+        fontSizeMode: line.stacked ? Text.HorizontalFit : Text.FixedSize
         horizontalAlignment: line.stacked ? Text.AlignLeft : Text.AlignRight
+        minimumPixelSize: Math.ceil(font.pixelSize * 0.6)
         text: line.date
-        width: line.stacked ? implicitWidth : Math.max(implicitWidth, line.dateColumn)
+        width: line.stacked ? Math.min(implicitWidth, line.width - line.markRoom) : Math.max(implicitWidth, line.dateColumn)
     }
 }

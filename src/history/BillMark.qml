@@ -16,7 +16,7 @@ Rectangle {
 
     Icon {
         anchors.centerIn: parent
-        color: "white"
+        color: Theme.onText
         height: 16
         name: "checkmark"
         visible: mark.marked

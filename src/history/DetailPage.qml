@@ -24,13 +24,20 @@ FocusScope {
         anchors.fill: parent
         spacing: Theme.lineSpace
 
-        RowLayout {
+        // Anchors, not a layout: that would not move the title when the button comes into sight while
+        // the width changes.
+        Item {
             Layout.fillWidth: true
-            spacing: page.pushed ? Theme.lineSpace : 0
+            implicitHeight: header.height
 
             IconButton {
-                Layout.leftMargin: -Theme.lineSpace
+                id: back
+
                 accessibleName: qsTr("Back")
+                anchors.left: parent.left
+                anchors.leftMargin: -Theme.lineSpace
+                anchors.verticalCenter: header.top
+                anchors.verticalCenterOffset: header.titleHeight / 2
                 directional: true
                 focus: page.pushed
                 iconName: "chevron.left"
@@ -41,7 +48,9 @@ FocusScope {
             SheetHeader {
                 id: header
 
-                Layout.fillWidth: true
+                anchors.left: page.pushed ? back.right : parent.left
+                anchors.leftMargin: page.pushed ? Theme.lineSpace : 0
+                anchors.right: parent.right
                 title: page.view?.detailTitle ?? ""
                 titleSize: Theme.fontSize3
 

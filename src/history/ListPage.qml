@@ -24,7 +24,7 @@ FocusScope {
             titleIsWhole: true
 
             PushButton {
-                contentColor: "white"
+                contentColor: Theme.onText
                 enabled: page.view?.items.markedCount > 0
                 fill: Theme.on
                 font.bold: true

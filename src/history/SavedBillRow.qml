@@ -130,12 +130,25 @@ T.ItemDelegate {
         target: deleteLoader.item as SwipedDelete
     }
 
+    // Where the pointer goes, before it is known what for.
+    PointHandler {
+        id: pointer
+
+        readonly property real across: point.scenePosition.x - point.scenePressPosition.x
+        readonly property bool sideways: Math.abs(pointer.across) > Math.abs(point.scenePosition.y - point.scenePressPosition.y)
+
+        grabPermissions: PointerHandler.ApprovesTakeOverByAnything
+    }
+
     DragHandler {
         id: swipe
 
-        readonly property real distance: Math.max(0, Math.min(row.deleteWidth, (row.swiped ? row.deleteWidth : 0) + (Theme.rightToLeft ? 1 : -1) * swipe.activeTranslation.x))
+        readonly property real distance: Math.max(0, Math.min(row.deleteWidth, (row.swiped ? row.deleteWidth : 0) + (Theme.rightToLeft ? 1 : -1) * pointer.across))
 
         enabled: !row.isEditing
+        // While it could take a finger over, the list would not scroll by that finger. Who may take
+        // it over only later does not know where it was pressed, so the other one tells.
+        grabPermissions: PointerHandler.ApprovesTakeOverByAnything | (pointer.sideways ? PointerHandler.CanTakeOverFromItems | PointerHandler.CanTakeOverFromHandlersOfDifferentType : 0)
         target: null
         yAxis.enabled: false
         onActiveChanged: if (!swipe.active) row.swipedAside(swipe.distance > row.deleteWidth / 2)

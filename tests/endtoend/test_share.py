@@ -117,15 +117,27 @@ class Sheet(ShareTest):
     def test_escape_cancel_and_a_click_beside_it_close_the_sheet(self):
         self.start()
         left, top = screen.origin_of(self.vexilo.window)
-        for close in (lambda: screen.press_keys("Escape"), lambda: self.choose("Cancel"),
-                      lambda: screen.click(left + 200, top + 10)):
+        for close in (lambda: screen.press_keys("Escape"), lambda: self.choose("Cancel")):
             self.open()
             close()
             self.expect_closed()
+        self.open()
+
+        # What may be the second press of a double click is not heeded, a later one is.
+        def click_and_look():
+            screen.click(left + 200, top + 10)
+            return not self.vexilo.find(Role.DIALOG)
+        self.vexilo.until(click_and_look, "a click beside it closes the sheet")
 
     def test_a_double_click_on_share_opens_the_sheet_once(self):
-        # On a desktop with motion: without, the sheet is there between the two clicks.
         self.vexilo = self.launch()
+        self.assert_a_double_click_opens_it_once()
+
+    def test_without_motion_a_double_click_on_share_opens_the_sheet_once(self):
+        self.start()  # on a desktop where the sheet is there between the two clicks
+        self.assert_a_double_click_opens_it_once()
+
+    def assert_a_double_click_opens_it_once(self):
         button = self.vexilo.expect(Role.PUSH_BUTTON, "Share")
 
         screen.double_click(*tree.centre_of(button))

@@ -7,6 +7,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 Role = Atspi.Role
 State = Atspi.StateType
+EventListener = Atspi.EventListener
 
 
 def application(process_id):
@@ -25,6 +26,14 @@ def nodes(root):
     yield root
     for child in _children(root):
         yield from nodes(child)
+
+
+def children_backwards(node):
+    """The nodes right below, the last one first."""
+    for index in reversed(range(_answer(node.get_child_count, 0))):
+        child = _answer(lambda index=index: node.get_child_at_index(index), None)
+        if child is not None:
+            yield child
 
 
 def find(root, role, name=None):
@@ -80,6 +89,17 @@ def set_value(node, value):
 def has(node, state):
     states = _answer(node.get_state_set, None)
     return states is not None and states.contains(state)
+
+
+def states_of(node):
+    states = _answer(node.get_state_set, None)
+    return frozenset(states.get_states() if states else ())
+
+
+def actions_of(node):
+    """The names of what can be done to a node."""
+    return [Atspi.Action.get_action_name(node, index)
+            for index in range(_answer(lambda: Atspi.Action.get_n_actions(node), 0))]
 
 
 def centre_of(node):

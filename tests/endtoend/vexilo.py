@@ -64,6 +64,10 @@ class Vexilo:
 
     # Finding
 
+    @property
+    def frame(self):
+        return self._frame
+
     def find(self, role, name=None):
         return tree.find(self._frame, role, name)
 

@@ -75,6 +75,17 @@ TestCase {
         mouseRelease(item, x + distance, y);
     }
 
+    // By a finger, from the middle of an item.
+    function stroke(item, across, down) {
+        const touch = touchEvent(item);
+        const x = item.width / 2;
+        const y = item.height / 2;
+        touch.press(1, item, x, y).commit();
+        for (let step = 1; step <= 8; ++step)
+            touch.move(1, item, x + across * step / 8, y + down * step / 8).commit();
+        touch.release(1, item, x + across, y + down).commit();
+    }
+
     function test_returnAndEnterOpenTheCurrentRow_data() {
         return [{ tag: "return", key: Qt.Key_Return }, { tag: "enter", key: Qt.Key_Enter }];
     }
@@ -225,6 +236,32 @@ TestCase {
         mouseClick(deleteButton(item));
         compare(World.refs, ["1", "3"]);
         tryCompare(list, "swipedRow", -1);
+    }
+
+    function test_aFingerUncoversTheDeleteButtonAndPressesIt() {
+        const view = opened(3);
+        const item = row(1);
+        stroke(item, -item.deleteWidth, 0);
+        compare(list.swipedRow, 1);
+        tryCompare(item, "aside", item.deleteWidth);
+        compare(view.detail, null);
+        stroke(deleteButton(item), 0, 0);
+        compare(World.refs, ["1", "3"]);
+    }
+
+    function test_aFingerOpensARow() {
+        const view = opened(3);
+        stroke(row(1), 0, 0);
+        compare(view.chosenRow, 1);
+    }
+
+    function test_aFingerThatScrollsNeitherSwipesNorOpens() {
+        const view = opened(20);
+        stroke(row(3), 0, -2 * Theme.listRowHeight);
+        tryVerify(() => list.contentY > 0);
+        compare(list.swipedRow, -1);
+        compare(view.detail, null);
+        tryCompare(list, "moving", false);
     }
 
     function test_aShortSwipeComesBack() {

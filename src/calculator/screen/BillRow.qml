@@ -44,6 +44,7 @@ FocusScope {
 
                 Layout.columnSpan: row.stacked ? 2 : 1
                 Layout.fillWidth: true
+                Layout.minimumWidth: row.stacked ? 0 : Math.ceil(implicitWidth)
                 font.pixelSize: Theme.fontSize3 + 2
                 text: qsTr("Bill to Split")
                 wrapMode: row.stacked ? Text.Wrap : Text.NoWrap

@@ -7,19 +7,27 @@ import Vexilo.Controls
 Item {
     id: bar
 
+    readonly property int buttonCount: 6
+    // Whether the name stands above the actions, for want of room beside them.
+    readonly property bool stacked: bar.width > 0 && bar.width < title.implicitWidth / 2 + bar.buttonCount * (Theme.rowHeight + 4)
     required property ContentView view
 
-    implicitHeight: row.implicitHeight + 2 * Theme.lineSpace
+    implicitHeight: grid.implicitHeight + 2 * Theme.lineSpace
 
-    RowLayout {
-        id: row
+    GridLayout {
+        id: grid
 
         anchors.fill: parent
-        spacing: 4
+        columnSpacing: bar.stacked ? 0 : 4
+        columns: bar.stacked ? bar.buttonCount : bar.buttonCount + 1
+        rowSpacing: 0
 
         BodyText {
+            id: title
+
             Accessible.name: text
             Accessible.role: Accessible.Heading
+            Layout.columnSpan: bar.stacked ? bar.buttonCount : 1
             Layout.fillWidth: true
             font.bold: true
             font.pixelSize: Theme.fontSize3

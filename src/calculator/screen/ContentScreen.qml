@@ -58,11 +58,15 @@ FocusScope {
             width: Math.min(scroller.width - 2 * Theme.margin, Theme.columnWidth)
 
             InputsCard {
+                id: inputs
+
                 Layout.fillWidth: true
                 view: screen.view
             }
 
             ResultsPanel {
+                id: results
+
                 Layout.fillWidth: true
                 view: screen.view
             }
@@ -82,6 +86,13 @@ FocusScope {
         anchors.top: scroller.top
         source: "ContentScrollBar.qml"
         onLoaded: (item as ContentScrollBar).scroller = scroller
+    }
+
+    // Nothing is announced of a window before it is seen.
+    Loader {
+        active: AssistiveSoftware.connected && screen.Window.visibility > 0
+        source: "ResultsAnnouncer.qml"
+        onLoaded: (item as ResultsAnnouncer).follow(screen.view, inputs, results)
     }
 
     CalculatorDialogs {

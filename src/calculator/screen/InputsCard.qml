@@ -7,6 +7,7 @@ import Vexilo.Controls
 Card {
     id: card
 
+    readonly property alias people: peopleRow.spoken
     required property ContentView view
 
     BillRow {
@@ -19,6 +20,8 @@ Card {
     }
 
     PeopleRow {
+        id: peopleRow
+
         Layout.fillWidth: true
         view: card.view
     }

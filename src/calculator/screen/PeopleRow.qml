@@ -7,64 +7,80 @@ import Vexilo.Controls
 GridLayout {
     id: row
 
+    readonly property string spoken: label.text + " " + row.view.peopleText
+    // Whether the buttons stand below the count, for want of room beside it.
+    readonly property bool stacked: row.width > 0 && texts.implicitWidth + buttons.implicitWidth + row.columnSpacing + 2 * Theme.rowPadding - 5 > row.width
     required property ContentView view
 
+    // Its card's width, whatever stands in it: that decides what it does with it.
+    Layout.minimumWidth: 0
     columnSpacing: Theme.lineSpace
-    columns: 3
+    columns: row.stacked ? 1 : 2
     rowSpacing: 0
 
     RowLayout {
-        Accessible.name: label.text + " " + row.view.peopleText
+        id: texts
+
+        Accessible.name: row.spoken
         Accessible.role: Accessible.StaticText
         Layout.leftMargin: Theme.rowPadding
+        Layout.topMargin: row.stacked ? Theme.lineSpace + 3 : 0
         spacing: Theme.lineSpace + 2
 
         BodyText {
             id: label
 
+            Layout.minimumWidth: Math.ceil(implicitWidth)
             font.pixelSize: Theme.fontSize3
             text: qsTr("People")
         }
 
         BodyText {
             Layout.fillWidth: true
+            Layout.minimumWidth: Math.ceil(implicitWidth)
             font.bold: true
             font.pixelSize: Theme.fontSize3
             text: row.view.peopleText
         }
     }
 
-    IconButton {
-        Layout.bottomMargin: Theme.lineSpace + 3
-        Layout.preferredWidth: 60
-        Layout.topMargin: Theme.lineSpace + 3
-        accessibleName: qsTr("Fewer people")
-        autoRepeat: true
-        contentColor: Theme.text
-        fill: Theme.controlFill
-        iconName: "minus"
-        radius: height / 2
-        onClicked: row.view.fewerPeople()
-    }
+    RowLayout {
+        id: buttons
 
-    IconButton {
+        Layout.alignment: Qt.AlignRight
         Layout.bottomMargin: Theme.lineSpace + 3
-        Layout.preferredWidth: 60
+        Layout.fillWidth: false
         Layout.rightMargin: Theme.rowPadding - 5
         Layout.topMargin: Theme.lineSpace + 3
-        accessibleName: qsTr("More people")
-        autoRepeat: true
-        contentColor: Theme.text
-        fill: Theme.controlFill
-        iconName: "plus"
-        radius: height / 2
-        onClicked: row.view.morePeople()
+        spacing: Theme.lineSpace
+
+        IconButton {
+            Layout.preferredWidth: 60
+            accessibleName: qsTr("Fewer people")
+            autoRepeat: true
+            contentColor: Theme.text
+            fill: Theme.controlFill
+            iconName: "minus"
+            radius: height / 2
+            onClicked: row.view.fewerPeople()
+        }
+
+        IconButton {
+            Layout.preferredWidth: 60
+            accessibleName: qsTr("More people")
+            autoRepeat: true
+            contentColor: Theme.text
+            fill: Theme.controlFill
+            iconName: "plus"
+            radius: height / 2
+            onClicked: row.view.morePeople()
+        }
     }
 
     Notice {
         Layout.alignment: Qt.AlignRight
         Layout.bottomMargin: Theme.lineSpace
-        Layout.columnSpan: 3
+        Layout.columnSpan: row.columns
         Layout.rightMargin: Theme.rowPadding
         text: row.view.peopleNotice
     }

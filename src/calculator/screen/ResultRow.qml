@@ -18,10 +18,11 @@ Item {
     readonly property real roomBeside: Math.min(amountText.implicitWidth, row.width * 0.6)
     readonly property real roomForIcons: icon.width + Theme.lineSpace + 4 + (row.roundedUp ? roundedUpIcon.width + Theme.lineSpace : 0)
     property bool roundedUp: false
+    readonly property string spoken: row.label + " " + row.amount
     // Whether the amount stands below the label instead of beside it.
     property bool stacked: false
 
-    Accessible.name: row.label + " " + row.amount
+    Accessible.name: row.spoken
     Accessible.role: Accessible.StaticText
     implicitHeight: (row.stacked ? labelText.implicitHeight + amountText.implicitHeight : Math.max(labelText.implicitHeight, amountText.implicitHeight)) + 3 * Theme.lineSpace
 

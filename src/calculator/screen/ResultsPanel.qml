@@ -9,6 +9,9 @@ GradientPanel {
 
     // One row that needs two lines gives all of them two.
     readonly property bool stacked: total.cramped || tip.cramped || share.cramped
+    readonly property alias share: share.spoken
+    readonly property alias tip: tip.spoken
+    readonly property alias total: total.spoken
     required property ContentView view
 
     bottomColor: panel.view.linearColor2

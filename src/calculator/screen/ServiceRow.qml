@@ -7,13 +7,19 @@ import Vexilo.Controls
 GridLayout {
     id: row
 
+    // Whether the choice stands below its label, for want of room beside it.
+    readonly property bool stacked: row.width > 0 && label.implicitWidth + 3 * Theme.rowHeight + row.columnSpacing + 2 * Theme.rowPadding - 5 > row.width
     required property ContentView view
 
+    // Its card's width, whatever stands in it: that decides what it does with it.
+    Layout.minimumWidth: 0
     columnSpacing: Theme.lineSpace
-    columns: 2
+    columns: row.stacked ? 1 : 2
     rowSpacing: Theme.lineSpace
 
     BodyText {
+        id: label
+
         Layout.fillWidth: true
         Layout.leftMargin: Theme.rowPadding
         Layout.minimumWidth: Math.ceil(implicitWidth)
@@ -23,12 +29,13 @@ GridLayout {
     }
 
     SegmentedPicker {
+        Layout.alignment: Qt.AlignRight
         Layout.fillHeight: true
         Layout.fillWidth: true
         Layout.maximumWidth: implicitWidth
         Layout.minimumWidth: 3 * Theme.rowHeight
         Layout.rightMargin: Theme.rowPadding - 5
-        Layout.topMargin: Theme.lineSpace + 3
+        Layout.topMargin: row.stacked ? 0 : Theme.lineSpace + 3
         currentIndex: row.view.serviceSegment
         name: qsTr("Service")
         segments: [
@@ -51,7 +58,7 @@ GridLayout {
     BodyText {
         Layout.alignment: Qt.AlignRight
         Layout.bottomMargin: Theme.lineSpace + 3
-        Layout.columnSpan: 2
+        Layout.columnSpan: row.columns
         Layout.leftMargin: Theme.rowPadding
         Layout.maximumWidth: row.width - 2 * Theme.rowPadding
         Layout.rightMargin: Theme.rowPadding

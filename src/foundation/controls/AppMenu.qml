@@ -17,6 +17,8 @@ T.Menu {
     implicitWidth: Math.max(200, menu.widestItem() + leftPadding + rightPadding)
     margins: 4
     padding: 6
+    // Below the title, and on along the way of reading.
+    x: Theme.rightToLeft ? -width : 0
 
     background: Rectangle {
         border.color: Theme.line

@@ -45,6 +45,7 @@ T.MenuItem {
             Layout.fillWidth: true
             font: item.font
             text: item.text
+            wrapMode: Text.Wrap
         }
 
         BodyText {

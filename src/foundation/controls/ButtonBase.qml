@@ -27,7 +27,7 @@ T.Button {
     hoverEnabled: true
     implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
     implicitWidth: Math.max(Theme.rowHeight, implicitContentWidth + leftPadding + rightPadding)
-    opacity: button.enabled ? 1 : 0.4
+    opacity: button.enabled ? 1 : Theme.disabledOpacity
 
     background: Rectangle {
         border.color: button.fill.a > 0 ? Theme.controlBorder : "transparent"

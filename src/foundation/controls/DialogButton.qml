@@ -14,8 +14,9 @@ PushButton {
 
     Layout.fillHeight: true
     Layout.fillWidth: true
+    Layout.maximumWidth: Infinity
     Layout.preferredWidth: 1
-    contentColor: destructive ? "white" : Theme.accentText
+    contentColor: destructive ? Theme.onText : Theme.accentText
     fill: destructive ? Theme.on : Theme.controlFill
     font.bold: preferred || destructive
     font.pixelSize: Theme.bodyFontSize + 1

@@ -23,7 +23,7 @@ T.TextField {
     implicitHeight: Math.max(Theme.rowHeight, contentHeight + topPadding + bottomPadding)
     implicitWidth: 190
     selectByMouse: true
-    selectedTextColor: "white"
+    selectedTextColor: Theme.onText
     selectionColor: Theme.on
     topPadding: Theme.lineSpace
     verticalAlignment: TextInput.AlignVCenter
@@ -36,7 +36,7 @@ T.TextField {
         width: 2
     }
     background: Rectangle {
-        border.color: field.invalid ? Theme.invalid : field.activeFocus ? Theme.focus : Theme.line
+        border.color: field.invalid ? Theme.invalid : field.activeFocus ? Theme.focus : Theme.controlEdge
         border.width: field.invalid ? 3 : field.activeFocus ? 2 : 1
         color: Theme.controlFill
         radius: field.radius

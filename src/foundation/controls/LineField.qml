@@ -24,6 +24,8 @@ FieldBase {
         anchors.rightMargin: field.rightPadding
         color: Theme.softText
         font: field.font
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Math.ceil(font.pixelSize * 0.6)
         text: field.name
         visible: field.text === "" && field.preeditText === ""
     }

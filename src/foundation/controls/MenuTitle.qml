@@ -24,8 +24,8 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     font.pixelSize: Theme.smallFontSize
     hoverEnabled: true
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + topPadding + bottomPadding)
+    implicitWidth: Math.max(Theme.rowHeight, implicitContentWidth + leftPadding + rightPadding)
     leftPadding: Theme.lineSpace
     rightPadding: Theme.lineSpace
     topPadding: 6
@@ -38,13 +38,15 @@ T.AbstractButton {
         Accessible.role: Accessible.MenuItem
 
         ControlFeedback {
+            anchors.bottomMargin: title.bottomPadding
+            anchors.topMargin: title.topPadding
             down: title.down || ((loader.item as AppMenu)?.visible ?? false)
             hovered: title.hovered
             radius: 6
         }
     }
     contentItem: BodyText {
-        color: Theme.softText
+        color: title.down ? Theme.text : Theme.softText
         font: title.font
         text: title.text
     }
@@ -59,6 +61,7 @@ T.AbstractButton {
 
         active: false
         source: title.menuSource
+        x: Theme.rightToLeft ? title.width : 0
         y: title.height
         onLoaded: title.menuLoaded(item as AppMenu)
     }

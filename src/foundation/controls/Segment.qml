@@ -8,6 +8,8 @@ Item {
     required property bool checked
     required property string icon
     required property int index
+    // What is drawn keeps away from the picker's edge, what can be hit does not.
+    readonly property real inset: 4
     required property string name
 
     signal chosen
@@ -24,13 +26,15 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        border.color: Theme.line
+        anchors.margins: segment.inset
+        border.color: Theme.controlEdge
         color: Theme.knob
         radius: Theme.controlRadius - 2
         visible: segment.checked
     }
 
     ControlFeedback {
+        anchors.margins: segment.inset
         down: tap.pressed
         hovered: hover.hovered && !segment.checked
         radius: Theme.controlRadius - 2

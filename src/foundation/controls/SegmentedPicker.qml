@@ -43,7 +43,6 @@ FocusScope {
 
     Row {
         anchors.fill: parent
-        anchors.margins: 4
 
         Repeater {
             model: picker.segments

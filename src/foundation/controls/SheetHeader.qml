@@ -2,16 +2,19 @@ import QtQuick
 import QtQuick.Layouts
 import Vexilo.Controls
 
-// The first line of a sheet or of a page in it: a title, and buttons at the end. The buttons of a
-// title that must be read whole move below it where there is no room for both.
+// The first line of a sheet or of a page in it: a title, and buttons at the end. The buttons move
+// below the title where there is no room for both, and below each other where they have none.
 Item {
     id: header
 
     default property alias buttons: buttonRow.data
-    readonly property bool stacked: header.titleIsWhole && titleText.implicitWidth + Theme.lineSpace + buttonRow.implicitWidth > header.width
+    // What a title gets at the least before the buttons move: one that may be cut still tells something.
+    readonly property real roomForTitle: header.titleIsWhole ? titleText.implicitWidth : Math.min(titleText.implicitWidth, 4 * header.titleSize)
+    readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room > header.width
     required property string title
     // Whether the title wraps instead of being cut at its line's end.
     property bool titleIsWhole: false
+    readonly property alias titleHeight: titleText.height
     property real titleSize: Theme.fontSize3 + 4
     // Whether the title is longer than its line.
     readonly property alias truncated: titleText.truncated
@@ -35,12 +38,18 @@ Item {
         wrapMode: header.titleIsWhole ? Text.Wrap : Text.NoWrap
     }
 
-    RowLayout {
+    GridLayout {
         id: buttonRow
+
+        // Of all buttons beside each other.
+        readonly property real room: Array.from(children).reduce((sum, button) => sum + (button.visible ? button.implicitWidth : 0), 0)
 
         anchors.right: parent.right
         anchors.verticalCenter: titleText.verticalCenter
         anchors.verticalCenterOffset: header.stacked ? (titleText.height + height) / 2 : 0
-        spacing: 0
+        columnSpacing: 0
+        columns: header.width > 0 && buttonRow.room > header.width ? 1 : -1
+        rowSpacing: 0
+        width: Math.min(implicitWidth, header.width)
     }
 }

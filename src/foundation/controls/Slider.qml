@@ -54,7 +54,7 @@ T.Slider {
     hoverEnabled: true
     implicitHeight: Theme.rowHeight
     implicitWidth: 200
-    opacity: slider.enabled ? 1 : 0.4
+    opacity: slider.enabled ? 1 : Theme.disabledOpacity
     value: slider.place
     // Whoever moves it: assistive software writes the value without a word of its own, and that of a
     // disabled slider, too.
@@ -75,7 +75,7 @@ T.Slider {
     }
 
     background: Rectangle {
-        border.color: Theme.controlBorder
+        border.color: Theme.controlEdge
         color: Theme.controlFill
         height: 6
         radius: height / 2
@@ -97,7 +97,7 @@ T.Slider {
 
         border.color: Theme.softText
         border.width: 1
-        color: "white"
+        color: Theme.thumb
         height: 28
         radius: height / 2
         width: height
@@ -105,8 +105,7 @@ T.Slider {
         y: (slider.height - height) / 2
 
         ControlFeedback {
-            // The knob is white in every theme.
-            color: slider.pressed ? "#24000000" : "#10000000"
+            color: slider.pressed ? Theme.thumbPressed : Theme.thumbHovered
             down: slider.pressed
             hovered: slider.hovered
             radius: knob.radius

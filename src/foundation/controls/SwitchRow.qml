@@ -68,7 +68,7 @@ T.AbstractButton {
     indicator: Rectangle {
         id: track
 
-        border.color: row.checked ? Theme.onBorder : Theme.line
+        border.color: row.checked ? Theme.onBorder : Theme.controlEdge
         color: row.checked ? Theme.on : Theme.controlFill
         height: 30
         radius: height / 2
@@ -83,9 +83,9 @@ T.AbstractButton {
         }
 
         Rectangle {
-            border.color: Theme.line
+            border.color: Theme.controlEdge
             border.width: row.checked ? 0 : 1
-            color: row.checked || !(Theme.dark || Theme.highContrast) ? "white" : Theme.softText
+            color: row.checked ? Theme.thumb : Theme.thumbOff
             height: width
             radius: width / 2
             width: track.height - 6

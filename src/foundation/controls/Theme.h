@@ -29,15 +29,22 @@ class Theme : public QObject {
     Q_PROPERTY(QColor accentText READ accentText NOTIFY changed)
     Q_PROPERTY(QColor controlFill READ controlFill NOTIFY changed)
     Q_PROPERTY(QColor controlBorder READ controlBorder NOTIFY changed)
+    Q_PROPERTY(QColor controlEdge READ controlEdge NOTIFY changed)
     Q_PROPERTY(QColor knob READ knob NOTIFY changed)
     Q_PROPERTY(QColor knobIcon READ knobIcon NOTIFY changed)
     Q_PROPERTY(QColor on READ on NOTIFY changed)
     Q_PROPERTY(QColor onBorder READ onBorder NOTIFY changed)
+    Q_PROPERTY(QColor onText READ onText NOTIFY changed)
+    Q_PROPERTY(QColor thumb READ thumb NOTIFY changed)
+    Q_PROPERTY(QColor thumbOff READ thumbOff NOTIFY changed)
+    Q_PROPERTY(QColor thumbPressed READ thumbPressed NOTIFY changed)
+    Q_PROPERTY(QColor thumbHovered READ thumbHovered NOTIFY changed)
     Q_PROPERTY(QColor focus READ focus NOTIFY changed)
     Q_PROPERTY(QColor invalid READ invalid NOTIFY changed)
     Q_PROPERTY(QColor pressed READ pressed NOTIFY changed)
     Q_PROPERTY(QColor hovered READ hovered NOTIFY changed)
     Q_PROPERTY(QColor dim READ dim NOTIFY changed)
+    Q_PROPERTY(double disabledOpacity MEMBER m_disabledOpacity CONSTANT)
     Q_PROPERTY(double fontSize1 READ textFontSize1 NOTIFY changed)
     Q_PROPERTY(double fontSize2 READ textFontSize2 NOTIFY changed)
     Q_PROPERTY(double fontSize3 READ textFontSize3 NOTIFY changed)
@@ -85,10 +92,16 @@ public:
     [[nodiscard]] QColor accentText() const { return palette().accentText; }
     [[nodiscard]] QColor controlFill() const { return palette().controlFill; }
     [[nodiscard]] QColor controlBorder() const { return palette().controlBorder; }
+    [[nodiscard]] QColor controlEdge() const { return palette().controlEdge; }
     [[nodiscard]] QColor knob() const { return palette().knob; }
     [[nodiscard]] QColor knobIcon() const { return palette().knobIcon; }
     [[nodiscard]] QColor on() const { return palette().on; }
     [[nodiscard]] QColor onBorder() const { return palette().onBorder; }
+    [[nodiscard]] QColor onText() const { return palette().onText; }
+    [[nodiscard]] QColor thumb() const { return palette().thumb; }
+    [[nodiscard]] QColor thumbOff() const { return palette().thumbOff; }
+    [[nodiscard]] QColor thumbPressed() const { return palette().thumbPressed; }
+    [[nodiscard]] QColor thumbHovered() const { return palette().thumbHovered; }
     [[nodiscard]] QColor focus() const { return palette().focus; }
     [[nodiscard]] QColor invalid() const { return palette().invalid; }
     [[nodiscard]] QColor pressed() const { return palette().pressed; }
@@ -107,6 +120,7 @@ private:
     [[nodiscard]] double widened(double width) const;
 
     Appearance m_appearance;
+    const double m_disabledOpacity = disabledOpacity;
     const double m_lineSpace = lineSpace;
     const double m_rowHeight = 44.0; // the least that a finger hits surely
     const double m_rowPadding = 18.0;

@@ -52,6 +52,12 @@ QColor laidOver(const QColor& ground, const QColor& veil)
         mixed(ground.greenF(), veil.greenF()), mixed(ground.blueF(), veil.blueF()));
 }
 
+QColor faded(QColor color, float opacity)
+{
+    color.setAlphaF(opacity);
+    return color;
+}
+
 } // namespace
 
 class PaletteTest : public QObject {
@@ -78,7 +84,8 @@ private Q_SLOTS:
                 }
             }
             const QColor white(Qt::white);
-            QTest::addRow("%s: selected text", look.name) << white << palette.on << least;
+            QTest::addRow("%s: selected text, and what is switched on", look.name)
+                << palette.onText << palette.on << least;
             QTest::addRow("%s: icon on a knob", look.name)
                 << palette.knobIcon << palette.knob << least;
             QTest::addRow("%s: panel, top", look.name)
@@ -99,16 +106,142 @@ private Q_SLOTS:
         QVERIFY2(ratio >= least, qPrintable(QString::number(ratio)));
     }
 
-    void inHighContrastTextsStandOutFromWhatIsPointedAtAndPressedToo()
+    void textsStandOutFromWhatIsPointedAtAndPressedToo_data()
+    {
+        QTest::addColumn<QColor>("text");
+        QTest::addColumn<QColor>("ground");
+        QTest::addColumn<double>("least");
+        for (const Look& look : looks) {
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            const double least = look.contrast == Contrast::High ? 7.0 : 4.5;
+            const struct {
+                const char* name;
+                QColor text;
+                QColor ground;
+            } pairs[] {
+                { "button on the page", palette.accentText, palette.page },
+                { "title of the menu bar", palette.text, palette.page },
+                { "row", palette.text, palette.card },
+                { "button that is a row", palette.accentText, palette.card },
+                { "detail of a row", palette.softText, palette.card },
+                { "button of a dialog", palette.accentText, palette.controlFill },
+                { "filled button", palette.text, palette.controlFill },
+                { "button that deletes", palette.onText, palette.on },
+            };
+            for (const auto& [name, text, ground] : pairs) {
+                QTest::addRow("%s: %s, pointed at", look.name, name)
+                    << text << laidOver(ground, palette.hovered)
+                    << (ground == palette.on ? 4.5 : least);
+                QTest::addRow("%s: %s, pressed", look.name, name)
+                    << text << laidOver(ground, palette.pressed)
+                    << (ground == palette.on ? 4.5 : least);
+            }
+            QTest::addRow("%s: title of the menu bar, pointed at", look.name)
+                << palette.softText << laidOver(palette.page, palette.hovered) << least;
+        }
+    }
+
+    void textsStandOutFromWhatIsPointedAtAndPressedToo() { everyTextStandsOutFromItsGround(); }
+
+    void whatIsDisabledCanStillBeRead_data()
+    {
+        QTest::addColumn<QColor>("text");
+        QTest::addColumn<QColor>("ground");
+        QTest::addColumn<QColor>("behind");
+        for (const Look& look : looks) {
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            QTest::addRow("%s: button on the page", look.name)
+                << palette.accentText << palette.page << palette.page;
+            QTest::addRow("%s: row", look.name)
+                << palette.accentText << palette.card << palette.card;
+            QTest::addRow("%s: detail of a row", look.name)
+                << palette.softText << palette.card << palette.card;
+            QTest::addRow("%s: filled button", look.name)
+                << palette.text << palette.controlFill << palette.card;
+            QTest::addRow("%s: button that deletes", look.name)
+                << palette.onText << palette.on << palette.page;
+        }
+    }
+
+    void whatIsDisabledCanStillBeRead()
+    {
+        QFETCH(QColor, text);
+        QFETCH(QColor, ground);
+        QFETCH(const QColor, behind);
+
+        text.setAlphaF(static_cast<float>(disabledOpacity));
+        ground.setAlphaF(static_cast<float>(disabledOpacity));
+        const double ratio = contrast(laidOver(behind, text), laidOver(behind, ground));
+
+        QVERIFY2(ratio >= 3.0, qPrintable(QString::number(ratio)));
+        QVERIFY(disabledOpacity < 0.8); // or nobody sees that it is disabled
+    }
+
+    void whatTellsAControlOrItsStateStandsOut_data()
+    {
+        QTest::addColumn<QColor>("mark");
+        QTest::addColumn<QColor>("ground");
+        for (const Look& look : looks) {
+            const Palette& palette = paletteFor(look.scheme, look.contrast);
+            const struct {
+                const char* name;
+                QColor mark;
+                QColor ground;
+            } pairs[] {
+                { "edge of a field, outwards", palette.controlEdge, palette.card },
+                { "edge of a field, inwards", palette.controlEdge, palette.controlFill },
+                { "edge of a track on the page", palette.controlEdge, palette.page },
+                { "edge of what is switched on", palette.onBorder, palette.card },
+                { "thumb on what is switched on", palette.thumb, palette.on },
+                { "edge of a slider's thumb, on the card", palette.softText, palette.card },
+                { "mark that is not set", palette.softText, palette.card },
+                { "edge of what is refused", palette.invalid, palette.controlFill },
+                { "icon of a segment, pressed", palette.softText,
+                    laidOver(palette.controlFill, palette.pressed) },
+                { "focus in a field", palette.focus, palette.controlFill },
+                { "focus on a row that is pointed at", palette.focus,
+                    laidOver(palette.card, palette.hovered) },
+                { "focus on a row that is pressed", palette.focus,
+                    laidOver(palette.card, palette.pressed) },
+                { "focus on a chosen row", palette.focus,
+                    laidOver(palette.controlFill, palette.hovered) },
+                { "scroll bar", laidOver(palette.page, faded(palette.softText, 0.8F)),
+                    palette.page },
+            };
+            for (const auto& [name, mark, ground] : pairs)
+                QTest::addRow("%s: %s", look.name, name) << mark << ground;
+        }
+    }
+
+    void whatTellsAControlOrItsStateStandsOut()
+    {
+        QFETCH(const QColor, mark);
+        QFETCH(const QColor, ground);
+
+        const double ratio = contrast(mark, ground);
+
+        QVERIFY2(ratio >= 3.0, qPrintable(QString::number(ratio)));
+    }
+
+    void theThumbOfASwitchThatIsOffShowsWhereItIs()
     {
         for (const Look& look : looks) {
-            if (look.contrast == Contrast::Normal)
-                continue;
             const Palette& palette = paletteFor(look.scheme, look.contrast);
-            for (const QColor& veil : { palette.hovered, palette.pressed }) {
-                const QColor ground = laidOver(palette.controlFill, veil);
-                for (const QColor& text : { palette.text, palette.softText, palette.accentText })
-                    QVERIFY2(contrast(text, ground) >= 7.0, qPrintable(ground.name()));
+            const double byItself = contrast(palette.thumbOff, palette.controlFill);
+            const double byItsEdge = contrast(palette.controlEdge, palette.controlFill);
+            QVERIFY2(std::max(byItself, byItsEdge) >= 3.0, look.name);
+        }
+    }
+
+    void thePanelsTextStandsOutAllTheWayDown()
+    {
+        for (const Look& look : looks) {
+            const double least = look.contrast == Contrast::High ? 7.0 : 4.5;
+            for (int part = 0; part <= 10; ++part) {
+                const QColor bottom
+                    = faded(panelRed(look.contrast), static_cast<float>(part) / 10.0F);
+                const QColor ground = laidOver(panelPink(look.contrast), bottom);
+                QVERIFY2(contrast(Qt::white, ground) >= least, look.name);
             }
         }
     }

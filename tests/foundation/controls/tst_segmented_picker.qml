@@ -55,6 +55,15 @@ TestCase {
         compare(test.choice, 0);
     }
 
+    function test_aFingerChoosesAtTheVeryEdgesOfThePicker() {
+        const touch = touchEvent(picker);
+        for (const [x, y, chosen] of [[1, 1, 0], [picker.width - 1, picker.height - 1, 2]]) {
+            touch.press(1, picker, x, y).commit();
+            touch.release(1, picker, x, y).commit();
+            compare(test.choice, chosen);
+        }
+    }
+
     function test_arrowsChooseAndStopAtTheEnds() {
         keyClick(Qt.Key_Right);
         compare(test.choice, 2);

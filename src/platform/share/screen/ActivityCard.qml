@@ -42,7 +42,7 @@ Card {
                 activity: entry.activity
                 awaited: card.awaited === entry.activity
                 enabled: card.choosable
-                opacity: card.awaited === null || awaited ? 1 : 0.4
+                opacity: card.awaited === null || awaited ? 1 : Theme.disabledOpacity
                 onClicked: card.chosen(entry.activity)
             }
         }

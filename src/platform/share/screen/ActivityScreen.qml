@@ -13,14 +13,21 @@ Sheet {
 
     // The second press of a double click on what opened the sheet does not close it; nor does a
     // press beside it end what is performed.
-    closePolicy: sheet.opened && sheet.controller?.state === UIActivityViewController.Choosing ? T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside : T.Popup.CloseOnEscape
+    closePolicy: !doubleClick.running && sheet.controller?.state === UIActivityViewController.Choosing ? T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside : T.Popup.CloseOnEscape
     title: qsTr("Share")
     width: parent ? Math.min(parent.width, Theme.columnWidth + 2 * Theme.margin) : 0
     onAboutToHide: sheet.controller?.close()
+    onAboutToShow: doubleClick.start()
     onPageOfChosenChanged: chosenPage.setSource(sheet.pageOfChosen, {
         controller: sheet.controller
     })
     onVisibleChanged: if (sheet.visible) page.focusFirstActivity()
+
+    Timer {
+        id: doubleClick
+
+        interval: Application.styleHints.mouseDoubleClickInterval
+    }
 
     Connections {
         function onStateChanged() {

@@ -1,0 +1,31 @@
+import QtQuick
+import Vexilo.Controls
+
+// Has assistive software speak of texts that changed where nobody has the keyboard. It is seen by
+// nobody else. What appears as a notification is spoken; a changed name is not.
+Item {
+    id: announcer
+
+    property alias held: settled.held
+    property string message
+    property alias texts: settled.texts
+
+    function announce(message: string) {
+        announcer.visible = false;
+        announcer.message = message;
+        announcer.visible = true;
+    }
+
+    Accessible.name: announcer.message
+    Accessible.role: Accessible.Notification
+    // Of no size it would count as hidden.
+    height: 1
+    visible: false
+    width: 1
+
+    SettledTexts {
+        id: settled
+
+        onSettled: changes => announcer.announce(changes)
+    }
+}
