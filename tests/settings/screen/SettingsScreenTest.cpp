@@ -37,6 +37,7 @@ public:
     {
         close();
         m_user.reset();
+        m_defaults.reset(); // writes what is pending, into the folder
         m_folder = std::make_unique<QTemporaryDir>();
         m_defaults
             = std::make_unique<UserDefaults>(m_folder->filePath(QStringLiteral("preferences.ini")));
