@@ -19,8 +19,9 @@ MODULE_KEYS = {"name", "buildsystem", "builddir", "config-opts", "cleanup", "sou
 SANDBOX = {"--share=ipc", "--share=network", "--socket=wayland", "--socket=fallback-x11"}
 
 # The bus and the portals, to which every sandbox may speak, and the portal's groups of settings; and
-# interfaces that are not named after the service that has them.
-NOT_ASKED_FOR = re.compile(r"org\.(freedesktop\.(DBus|portal|appearance|Secret)|gnome\.desktop)\b")
+# interfaces that are not named after the service that has them, this program's own among them.
+NOT_ASKED_FOR = re.compile(
+    r"org\.(freedesktop\.(Application|DBus|portal|appearance|Secret)|gnome\.desktop)\b")
 
 
 def names_in_sources():
