@@ -8,7 +8,7 @@ namespace {
 const QString startupIdKey = QStringLiteral("desktop-startup-id");
 const QString tokenKey = QStringLiteral("activation-token");
 
-constexpr qsizetype greatestLength = 1024;
+constexpr qsizetype longestToken = 1024;
 
 bool isPrintable(QChar character)
 {
@@ -19,7 +19,7 @@ bool isPrintable(QChar character)
 QString plausible(const QString& text)
 {
     const bool isWord
-        = text.size() <= greatestLength && std::all_of(text.begin(), text.end(), isPrintable);
+        = text.size() <= longestToken && std::all_of(text.begin(), text.end(), isPrintable);
     return isWord ? text : QString();
 }
 

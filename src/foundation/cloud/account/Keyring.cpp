@@ -11,7 +11,7 @@ namespace mirror {
 
 namespace {
 
-const QString service = QStringLiteral("Vexilo");
+const QString keyringService = QStringLiteral("Vexilo");
 
 QString sentence(QKeychain::Error error, const QString& key)
 {
@@ -46,7 +46,7 @@ enum class Attempt { First, Last };
 void read(const QString& key, Attempt attempt, const PasswordReply& reply)
 {
     surviveLossOfBus();
-    auto* const job = new QKeychain::ReadPasswordJob(service); // deletes itself
+    auto* const job = new QKeychain::ReadPasswordJob(keyringService); // deletes itself
     job->setKey(key);
     QObject::connect(job, &QKeychain::Job::finished, job, [=] {
         // A keyring that was started anew does not know the session that libsecret kept.
@@ -80,13 +80,13 @@ QString keyringKey(const CloudAccount& account)
 QMap<QString, QString> keyringAttributes(const QString& key)
 {
     return { { QStringLiteral("xdg:schema"), QStringLiteral("org.qt.keychain") },
-        { QStringLiteral("server"), service }, { QStringLiteral("user"), key },
+        { QStringLiteral("server"), keyringService }, { QStringLiteral("user"), key },
         { QStringLiteral("type"), QStringLiteral("plaintext") } };
 }
 
 QString storeCommand(const QString& key)
 {
-    QString line = QStringLiteral("secret-tool store --label=") + service;
+    QString line = QStringLiteral("secret-tool store --label=") + keyringService;
     const QMap<QString, QString> attributes = keyringAttributes(key);
     for (auto it = attributes.cbegin(); it != attributes.cend(); ++it)
         line += QLatin1Char(' ') + it.key() + QLatin1Char(' ') + quoted(it.value());

@@ -1,6 +1,7 @@
 #include "OnlineAccountChoice.h"
 
 #include "AccountAddress.h"
+#include "OnlineAccountInterfaces.h"
 
 #include <algorithm>
 #include <tuple>
@@ -8,10 +9,6 @@
 namespace mirror {
 
 namespace {
-
-const QString accountInterface = QStringLiteral("org.gnome.OnlineAccounts.Account");
-const QString filesInterface = QStringLiteral("org.gnome.OnlineAccounts.Files");
-const QString passwordInterface = QStringLiteral("org.gnome.OnlineAccounts.PasswordBased");
 
 struct Candidate {
     QString id;

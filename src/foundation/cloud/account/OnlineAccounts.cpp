@@ -1,6 +1,7 @@
 #include "OnlineAccounts.h"
 
 #include "BusCalls.h"
+#include "OnlineAccountInterfaces.h"
 
 #include <QDBusMetaType>
 #include <QDBusReply>
@@ -14,8 +15,6 @@ using InterfaceProperties = QMap<QString, QVariantMap>;
 const QString service = QStringLiteral("org.gnome.OnlineAccounts");
 const QString root = QStringLiteral("/org/gnome/OnlineAccounts");
 const QString managerInterface = QStringLiteral("org.freedesktop.DBus.ObjectManager");
-const QString accountInterface = QStringLiteral("org.gnome.OnlineAccounts.Account");
-const QString passwordInterface = QStringLiteral("org.gnome.OnlineAccounts.PasswordBased");
 
 QDBusMessage callTo(const QString& path, const QString& interface, const QString& method)
 {

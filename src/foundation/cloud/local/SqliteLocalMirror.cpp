@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t ChangesPerTransaction = 2'000; // some milliseconds
 constexpr auto Home = "home";
 constexpr auto Certificate = "certificate"; // hash and account
-constexpr QLatin1Char Separator(' ');
+constexpr QLatin1Char PinSeparator(' ');
 
 } // namespace
 
@@ -160,7 +160,7 @@ CertificatePin SqliteLocalMirror::certificatePin()
 {
     return m_scope.attempt([&] {
         const QString text = m_memory.text(Certificate);
-        const qsizetype end = text.indexOf(Separator);
+        const qsizetype end = text.indexOf(PinSeparator);
         return CertificatePin { text.mid(end + 1),
             text.left(std::max<qsizetype>(end, 0)).toLatin1() };
     });
@@ -169,7 +169,7 @@ CertificatePin SqliteLocalMirror::certificatePin()
 void SqliteLocalMirror::setCertificatePin(const CertificatePin& pin)
 {
     m_scope.attempt([&] {
-        m_memory.setText(Certificate, QString::fromLatin1(pin.sha256) + Separator + pin.account);
+        m_memory.setText(Certificate, QString::fromLatin1(pin.sha256) + PinSeparator + pin.account);
     });
 }
 
