@@ -8,8 +8,11 @@ Item {
     id: bar
 
     readonly property int buttonCount: 6
+    readonly property real leastWidth: bar.buttonCount * (Theme.rowHeight + 4)
+    // Whether there is room for what the last two actions are called.
+    readonly property bool roomy: bar.width >= title.implicitWidth + bar.leastWidth + history.textRoom + save.textRoom
     // Whether the name stands above the actions, for want of room beside them.
-    readonly property bool stacked: bar.width > 0 && bar.width < title.implicitWidth / 2 + bar.buttonCount * (Theme.rowHeight + 4)
+    readonly property bool stacked: bar.width > 0 && bar.width < title.implicitWidth / 2 + bar.leastWidth
     required property ContentView view
 
     implicitHeight: grid.implicitHeight + 2 * Theme.lineSpace
@@ -63,17 +66,23 @@ Item {
             onClicked: bar.view.shareButton()
         }
 
-        IconButton {
-            accessibleName: qsTr("History")
+        IconTextButton {
+            id: history
+
             directional: true
             iconName: "list.bullet.rectangle.portrait"
+            iconOnly: !bar.roomy
+            text: qsTr("History")
             onClicked: bar.view.showHistory = true
         }
 
-        IconButton {
-            accessibleName: qsTr("Save")
+        IconTextButton {
+            id: save
+
             enabled: bar.view.hasResults
             iconName: "square.and.arrow.down"
+            iconOnly: !bar.roomy
+            text: qsTr("Save")
             onClicked: bar.view.save()
         }
     }
