@@ -1,7 +1,6 @@
 #include "FontStart.h"
 
 #include <QFontMetricsF>
-#include <QGuiApplication>
 
 namespace {
 
@@ -14,12 +13,11 @@ void measureText(const QFont& font)
 
 void FontStart::run()
 {
-    const QFont regular = QGuiApplication::font();
-    measureText(regular);
-    QFont bold = regular;
+    measureText(m_font);
+    QFont bold = m_font;
     bold.setBold(true);
     measureText(bold);
-    QFont italic = regular;
+    QFont italic = m_font;
     italic.setItalic(true);
     measureText(italic);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFont>
+#include <QGuiApplication>
 #include <QThread>
 
 /// Starts the font library, and has it look for the fonts that have what is missing in the first
@@ -7,9 +9,17 @@
 /// another processor while the window's types are loaded. From the application object on.
 class FontStart : public QThread {
 public:
-    FontStart() { start(); }
+    /// The desktop's theme is asked for its font here: it may be used by its own thread only.
+    FontStart()
+        : m_font(QGuiApplication::font())
+    {
+        start();
+    }
     ~FontStart() override { wait(); }
 
 protected:
     void run() override;
+
+private:
+    const QFont m_font;
 };
