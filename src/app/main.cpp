@@ -79,6 +79,8 @@ int main(int argc, char* argv[])
     }
     QObject::connect(
         &desktopApplication, &DesktopApplication::activated, &application, &activateWindow);
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, &desktopApplication,
+        &DesktopApplication::stopAnswering);
 
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);

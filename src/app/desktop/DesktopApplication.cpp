@@ -72,11 +72,13 @@ bool DesktopApplication::isToRun()
     return m_role == Role::Runs;
 }
 
+void DesktopApplication::stopAnswering() { m_role = Role::Leaves; }
+
 void DesktopApplication::leave()
 {
-    if (std::exchange(m_role, Role::Leaves) != Role::Leaves && m_request) {
+    stopAnswering();
+    if (std::exchange(m_request, std::nullopt))
         m_bus.send(callOfBus(QStringLiteral("ReleaseName"), { applicationName }));
-    }
 }
 
 QDBusPendingCall DesktopApplication::requestName(uint flags) const

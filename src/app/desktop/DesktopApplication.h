@@ -39,6 +39,9 @@ public:
     /// Waits for the bus, and for the other program if there is one; runs an event loop then.
     [[nodiscard]] bool isToRun();
 
+    /// For the end of the window: whoever starts the program from now on gets no answer that it
+    /// would rely on, and waits for this process's end to run itself.
+    void stopAnswering();
     /// From now on the next start does not ask this process: what it would find is on the disk.
     void leave();
 

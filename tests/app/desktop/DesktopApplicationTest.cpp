@@ -247,6 +247,22 @@ private Q_SLOTS:
         QVERIFY(!second.isToRun());
     }
 
+    void whoseWindowIsClosedGivesNoAnswerAndIsOutlived()
+    {
+        const Place here(m_address);
+        DesktopApplication first({}, here.bus());
+        QVERIFY(first.isToRun());
+        const QSignalSpy activated(&first, &DesktopApplication::activated);
+        first.stopAnswering();
+        QTimer::singleShot(0, &first, [&first] { first.leave(); });
+
+        const Place there(m_address);
+        DesktopApplication second({}, there.bus(), endless);
+
+        QVERIFY(second.isToRun());
+        QVERIFY(activated.isEmpty());
+    }
+
     void whoHasLeftIsNotFound()
     {
         const Place here(m_address);
