@@ -98,10 +98,10 @@ WindowGeometry restored(
         result.place.reset();
         return result;
     }
-    // Without a place it is on none.
-    const QRect seen
-        = geometry.place ? QRect(*geometry.place, result.size) + geometry.frame : QRect();
-    const auto seenOn = [&seen](const QRect& screen) { return area(screen & seen); };
+    // Without a place it may be on any of them, also on the roomiest.
+    const QRect seen = QRect(geometry.place.value_or(QPoint()), result.size) + geometry.frame;
+    const auto seenOn
+        = [&](const QRect& screen) { return geometry.place ? area(screen & seen) : area(screen); };
     const QRect screen = *std::max_element(screens.begin(), screens.end(),
         [&](const QRect& one, const QRect& other) { return seenOn(one) < seenOn(other); });
 

@@ -139,13 +139,13 @@ private Q_SLOTS:
         QCOMPARE(QRect(geometry.place.value(), geometry.size), after);
     }
 
-    void withoutAPlaceTheWindowFitsTheMainScreen()
+    void withoutAPlaceTheWindowFitsTheRoomiestScreen()
     {
-        const WindowGeometry geometry
-            = restored({ .size = { 3000, 900 } }, { QRect(0, 0, 1280, 1024), large }, least);
+        const WindowGeometry geometry = restored({ .size = { 30000, 900 } },
+            { QRect(0, 0, 1280, 1024), large, QRect(0, 0, 800, 600) }, least);
 
         QVERIFY(!geometry.place);
-        QCOMPARE(geometry.size, QSize(1280, 900));
+        QCOMPARE(geometry.size, QSize(large.width(), 900));
     }
 
     void withoutAScreenThereIsNoPlace()
