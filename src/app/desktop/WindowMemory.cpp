@@ -58,7 +58,8 @@ void replace(const QString& file, const QByteArray& text)
 {
     makeFolder(QFileInfo(file).path());
     const QByteArray name = QFile::encodeName(file);
-    const QByteArray fresh = name + ".new";
+    // Two programs that write at once must not share it.
+    const QByteArray fresh = name + '.' + QByteArray::number(QCoreApplication::applicationPid());
     const int descriptor = ::open(fresh.constData(),
         O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (descriptor < 0)
