@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <span>
+#include <string>
 #include <string_view>
 
 using namespace std::string_view_literals;
@@ -27,20 +29,26 @@ bool isGiven(std::span<char*> arguments, std::string_view brief, std::string_vie
         [&](std::string_view argument) { return argument == brief || argument == full; });
 }
 
+int printed(const std::string& text)
+{
+    const bool isWritten = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    return isWritten ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
 } // namespace
 
-bool answerCommandLine(int argc, char* argv[])
+std::optional<int> answerCommandLine(int argc, char* argv[])
 {
+    if (argc < 2)
+        return std::nullopt;
     const std::span<char*> arguments(argv + 1, argv + argc);
     if (isGiven(arguments, "-h"sv, "--help"sv)) {
-        std::fputs(help, stdout);
-        return true;
+        return printed(help);
     }
     if (isGiven(arguments, "-v"sv, "--version"sv)) {
         // It finds the bundle beside the program.
         const QCoreApplication application(argc, argv);
-        std::printf("Vexilo %s\n", qUtf8Printable(version(Bundle::main())));
-        return true;
+        return printed("Vexilo " + version(Bundle::main()).toStdString() + '\n');
     }
-    return false;
+    return std::nullopt;
 }

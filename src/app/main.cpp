@@ -53,8 +53,8 @@ Qt::LayoutDirection layoutDirection()
 
 int main(int argc, char* argv[])
 {
-    if (argc > 1 && answerCommandLine(argc, argv))
-        return EXIT_SUCCESS;
+    if (const std::optional<int> code = answerCommandLine(argc, argv))
+        return *code;
     // It would print every message of the session bus, the password of a cloud account among them.
     qunsetenv("QDBUS_DEBUG");
     // Threads that hardly ever allocate at the same time would each keep half a megabyte to itself.

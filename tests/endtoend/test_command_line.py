@@ -26,6 +26,13 @@ class CommandLine(ProgramTest):
             for named in ("-h, --help", "-v, --version"):
                 self.assertIn(named, answer)
 
+    def test_an_answer_that_cannot_be_written_is_a_failure(self):
+        for option in ("--version", "--help"):
+            with open("/dev/full", "w", encoding="utf-8") as full:
+                run = subprocess.run([PROGRAM, option], env={}, stdout=full, timeout=60, check=False)
+
+            self.assertEqual(run.returncode, 1, option)
+
     def test_an_answer_leaves_options_of_qt_alone(self):
         self.assertEqual(self.answer("-platform", "none", "--version"), self.answer("--version"))
 
