@@ -1,5 +1,8 @@
 """The account with the server: a wrong password, a new one, none yet, and another account."""
 
+import pathlib
+
+import waiting
 from cloud_device import ON
 from cloud_folder import CloudFolder
 from dav_server import PASSWORD, USER, DavServer
@@ -86,6 +89,17 @@ class Account(MirroringTest):
 
         self.expect_everywhere("Breakfast")
 
+    def test_the_network_is_followed_only_where_there_is_one(self):
+        device = self.add_device_without_account(choice=ON)
+        self.start(device)
+        self.save(device, "Breakfast")
+        self.assertFalse(self.follows_network(device))
+
+        device.set_account(self.server)
+
+        self.expect_everywhere("Breakfast")
+        waiting.until(lambda: self.follows_network(device), "the program follows the network")
+
     def test_the_desktops_own_account_is_used_as_soon_as_it_is_there(self):
         device = self.add_device_without_account(choice=ON)
         accounts = OnlineAccounts(device.session.bus)
@@ -117,3 +131,8 @@ class Account(MirroringTest):
         self.await_cloud(lambda: CloudFolder(other.folder).descriptions() == ["Lunch", "Breakfast"],
                          "the bills are in the other account")
         self.expect_in_cloud("Breakfast")
+
+    @staticmethod
+    def follows_network(device):
+        maps = pathlib.Path(f"/proc/{device.vexilo.process_id}/maps").read_text("utf-8")
+        return "/networkinformation/" in maps

@@ -81,7 +81,8 @@ CloudService::CloudService(NSUbiquitousKeyValueStore& values)
             for (const mirror::SharedValue& shared : known)
                 m_values.adopt(shared.value, shared.key);
         });
-    // What knows of the network brings a megabyte of libraries, which are of use to an account only.
+    // What knows of the network brings a megabyte of libraries, which are of use to an account
+    // only.
     connect(m_worker.get(), &CloudWorker::accountFound, this, &CloudService::followNetwork,
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_worker->moveToThread(&m_thread);
