@@ -23,7 +23,7 @@ constexpr int MostRequestsForOne = 6;
 constexpr qint64 MostListing = 10'000; // bytes
 constexpr int SlowWay = 40; // milliseconds
 constexpr double MostOverSlowWay = 2'000; // milliseconds
-constexpr double MostForSlice = 8 - 4; // milliseconds: a turn takes slices for four, and one more
+constexpr double MostForSlice = 8 - 2; // milliseconds: a turn takes slices for two, and one more
 constexpr qint64 MostGrowth = qint64(16) * 1024 * 1024;
 
 bool isAllWithin = true;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr qint64 MillisecondsPerTurn = 4;
+constexpr qint64 MillisecondsPerTurn = 2;
 constexpr int MillisecondsBetweenTurns = 2; // for what else waits, painting among it
 
 } // namespace
