@@ -7,10 +7,10 @@ set(VEXILO_MAINTAINER "Morrowick <vexilo@morrowick.example>" CACHE STRING
 # import, and what those import.
 set(qmlModules qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
     qml6-module-qtquick qml6-module-qtquick-layouts qml6-module-qtquick-templates)
-# Each of these is missed only where it is used: the icon theme's folders, the keyring, the pointers of
-# the desktop's theme on X11, Wayland, links and e-mail, and the desktop's wishes, file dialogs and
-# printing.
-set(recommended hicolor-icon-theme libsecret-1-0 libxcursor1 qt6-wayland xdg-utils xdg-desktop-portal
+# Each of these is missed only where it is used: the certificates of servers, the icon theme's folders,
+# the keyring, the pointers of the desktop's theme on X11, Wayland, links and e-mail, and the desktop's
+# wishes, file dialogs and printing.
+set(recommended ca-certificates hicolor-icon-theme libsecret-1-0 libxcursor1 qt6-wayland xdg-utils xdg-desktop-portal
     "default-dbus-session-bus | dbus-session-bus")
 # A keyring, the tool that puts a password into it, accounts, and a phone to share with.
 set(suggested gnome-keyring libsecret-tools gnome-online-accounts kdeconnect)

@@ -31,6 +31,12 @@ class Identifier(unittest.TestCase):
         names = re.findall(r'setDesktopFileName\(QStringLiteral\("([^"]*)"\)\)', main)
         self.assertEqual(names, [ID])
 
+    def test_the_program_owns_it_on_the_bus(self):
+        source = (ROOT / "src/app/desktop/DesktopApplication.cpp").read_text("utf-8")
+
+        self.assertIn(f'applicationName = QStringLiteral("{ID}")', source)
+        self.assertIn(f'applicationPath = QStringLiteral("/{ID.replace(".", "/")}")', source)
+
     def test_the_desktop_entry_names_its_icon_by_it(self):
         entry = (PACKAGING / f"{ID}.desktop").read_text("utf-8")
 
