@@ -1,6 +1,7 @@
 #include "Activity.h"
 #include "Appearance.h"
 #include "FakeDesktop.h"
+#include "Item.h"
 #include "Layout.h"
 #include "PrivateBus.h"
 #include "UserSettings.h"
@@ -17,6 +18,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <ranges>
@@ -40,6 +42,7 @@ constexpr int usualHeight = 880;
 
 struct Screen {
     QString name;
+    int layers = 0; ///< how many sheets, dialogs and menus lie over the calculator
     std::function<void()> open;
 };
 
@@ -71,6 +74,7 @@ private:
     void rest() const;
     void resize(int width) const;
     void scaleText(double scale);
+    [[nodiscard]] QList<const QQuickItem*> layers() const;
     [[nodiscard]] const QQuickItem& top() const;
     [[nodiscard]] std::vector<Drawn> drawn() const { return drawnIn(top()); }
 
@@ -78,6 +82,7 @@ private:
     void openList();
     void openPage();
     void openCode();
+    static void set(QObject& view, const char* flag);
 
 private Q_SLOTS:
     void initTestCase();
@@ -85,6 +90,7 @@ private Q_SLOTS:
     void nothingIsCutOrCovered_data();
     void nothingIsCutOrCovered();
     void everythingIsMirroredForWhoReadsFromRightToLeft();
+    void theTextsAreThoseOfTheCatalogue();
     void aSheetIsInItsPlaceAtOnce();
     void whatIsWrongIsFound_data();
     void whatIsWrongIsFound();
@@ -172,72 +178,85 @@ void ScreensTest::scaleText(double scale)
     rest();
 }
 
-/// What is on top of the window: the dialog, sheet or menu that was opened last, or the calculator.
-const QQuickItem& ScreensTest::top() const
+/// The dialogs, sheets and menus over the calculator, in the order in which they were opened.
+QList<const QQuickItem*> ScreensTest::layers() const
 {
-    const QQuickItem* top = m_window->contentItem();
+    QList<const QQuickItem*> layers;
     for (const QQuickItem* const layer : m_window->contentItem()->childItems()) {
         if (!layer->inherits("QQuickOverlay"))
             continue;
         for (const QQuickItem* const popup : layer->childItems()) {
             if (popup->inherits("QQuickPopupItem") && popup->isVisible())
-                top = popup;
+                layers.append(popup);
         }
     }
-    return *top;
+    return layers;
+}
+
+/// What is on top of the window: what was opened last, or the calculator.
+const QQuickItem& ScreensTest::top() const
+{
+    const QList<const QQuickItem*> over = layers();
+    return over.isEmpty() ? *m_window->contentItem() : *over.last();
 }
 
 QList<Screen> ScreensTest::screens()
 {
-    const auto flag
-        = [this](const char* name) { return [this, name] { m_view->setProperty(name, true); }; };
+    const auto flag = [this](const char* name) { return [this, name] { set(*m_view, name); }; };
     const auto inList = [this](const char* name) {
         return [this, name] {
             openList();
-            m_app->historyView()->setProperty(name, true);
+            set(*m_app->historyView(), name);
         };
     };
     return {
-        { QStringLiteral("calculator"), [] {} },
-        { QStringLiteral("amount refused"),
-            [this] { m_view->billEdited(QStringLiteral("a lot")); } },
-        { QStringLiteral("menu"), [this] { QTest::keyClick(m_window, Qt::Key_F10); } },
-        { QStringLiteral("clear"), flag("showClear") },
-        { QStringLiteral("copied"), flag("showCopied") },
-        { QStringLiteral("save"), [this] { m_view->save(); } },
-        { QStringLiteral("save, too long"),
+        { QStringLiteral("calculator"), 0, [] {} },
+        { QStringLiteral("amount refused"), 0,
+            [this] {
+                m_view->billEdited(QStringLiteral("a lot"));
+                QVERIFY(!m_view->billNotice().isEmpty());
+            } },
+        { QStringLiteral("menu"), 1, [this] { QTest::keyClick(m_window, Qt::Key_F10); } },
+        { QStringLiteral("clear"), 1, flag("showClear") },
+        { QStringLiteral("copied"), 1, flag("showCopied") },
+        { QStringLiteral("save"), 1, [this] { m_view->save(); } },
+        { QStringLiteral("save, too long"), 1,
             [this] {
                 m_view->save();
-                m_view->setBillDescription(QString(1000, QLatin1Char('x')));
+                m_view->setBillDescription(QString(Item::longestRef + 1, QLatin1Char('x')));
+                QVERIFY(!m_view->descriptionNotice().isEmpty());
             } },
-        { QStringLiteral("save failed"), flag("showSaveFailed") },
-        { QStringLiteral("settings"), flag("showSettings") },
-        { QStringLiteral("list"), [this] { openList(); } },
-        { QStringLiteral("list, being edited"), inList("isEditing") },
-        { QStringLiteral("delete all"), inList("promptToDelete") },
-        { QStringLiteral("delete old"), inList("promptToDeleteOld") },
-        { QStringLiteral("page"), [this] { openPage(); } },
-        { QStringLiteral("rename"),
+        { QStringLiteral("save failed"), 1, flag("showSaveFailed") },
+        { QStringLiteral("settings"), 1, flag("showSettings") },
+        { QStringLiteral("list"), 1, [this] { openList(); } },
+        { QStringLiteral("list, being edited"), 1, inList("isEditing") },
+        { QStringLiteral("delete all"), 2, inList("promptToDelete") },
+        { QStringLiteral("delete old"), 2, inList("promptToDeleteOld") },
+        { QStringLiteral("page"), 1, [this] { openPage(); } },
+        { QStringLiteral("rename"), 2,
             [this] {
                 openPage();
                 m_app->historyView()->askForDescription();
             } },
-        { QStringLiteral("use"),
+        { QStringLiteral("use"), 2,
             [this] {
                 openPage();
-                m_app->historyView()->setProperty("showUseThisBill", true);
+                set(*m_app->historyView(), "showUseThisBill");
             } },
-        { QStringLiteral("share"), [this] { m_view->shareButton(); } },
-        { QStringLiteral("code"), [this] { openCode(); } },
+        { QStringLiteral("share"), 1, [this] { m_view->shareButton(); } },
+        { QStringLiteral("code"), 1, [this] { openCode(); } },
     };
 }
 
-void ScreensTest::openList() { m_view->setProperty("showHistory", true); }
+void ScreensTest::set(QObject& view, const char* flag) { QVERIFY(view.setProperty(flag, true)); }
+
+void ScreensTest::openList() { set(*m_view, "showHistory"); }
 
 void ScreensTest::openPage()
 {
     openList();
     m_app->historyView()->choose(0);
+    QVERIFY(m_app->historyView()->detail());
 }
 
 void ScreensTest::openCode()
@@ -251,12 +270,14 @@ void ScreensTest::openCode()
                 return m_app->activityViewController()->choose(activity);
         }
     }
+    QFAIL("Nothing has a page in the share sheet.");
 }
 
 void ScreensTest::show(const Screen& screen)
 {
     screen.open();
     rest();
+    QVERIFY2(layers().size() == screen.layers, qPrintable(screen.name));
 }
 
 void ScreensTest::close()
@@ -345,13 +366,25 @@ void ScreensTest::everythingIsMirroredForWhoReadsFromRightToLeft()
     expectNone(faults);
 }
 
+/// Or a catalogue that fits no text any more would show every screen in English.
+void ScreensTest::theTextsAreThoseOfTheCatalogue()
+{
+    const QString total = QCoreApplication::translate("ResultsPanel", "TOTAL");
+    start(Qt::LeftToRight);
+
+    const std::vector<Drawn> seen = drawn();
+
+    QCOMPARE(total != QLatin1String("TOTAL"), qEnvironmentVariableIsSet("VEXILO_CATALOGUE"));
+    QVERIFY(std::ranges::any_of(seen, [&total](const Drawn& one) { return one.text == total; }));
+}
+
 void ScreensTest::aSheetIsInItsPlaceAtOnce()
 {
     start(Qt::LeftToRight);
     for (const char* const flag : { "showSettings", "showHistory" }) {
-        m_view->setProperty(flag, true);
+        set(*m_view, flag);
         const QQuickItem& sheet = top();
-        QVERIFY(&sheet != m_window->contentItem());
+        QCOMPARE(layers().size(), 1);
         const double place = sheet.y();
 
         rest();
