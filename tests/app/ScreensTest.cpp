@@ -12,6 +12,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTranslator>
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <ranges>
 
@@ -91,6 +93,8 @@ private Q_SLOTS:
     void nothingIsCutOrCovered();
     void everythingIsMirroredForWhoReadsFromRightToLeft();
     void theTextsAreThoseOfTheCatalogue();
+    void everyCountOfPeopleStaysInItsRow_data();
+    void everyCountOfPeopleStaysInItsRow();
     void aSheetIsInItsPlaceAtOnce();
     void whatIsWrongIsFound_data();
     void whatIsWrongIsFound();
@@ -376,6 +380,39 @@ void ScreensTest::theTextsAreThoseOfTheCatalogue()
 
     QCOMPARE(total != QLatin1String("TOTAL"), qEnvironmentVariableIsSet("VEXILO_CATALOGUE"));
     QVERIFY(std::ranges::any_of(seen, [&total](const Drawn& one) { return one.text == total; }));
+}
+
+void ScreensTest::everyCountOfPeopleStaysInItsRow_data()
+{
+    QTest::addColumn<qint64>("people");
+    QTest::addRow("some") << qint64 { 99 };
+    QTest::addRow("a country") << qint64 { 12345678 };
+    QTest::addRow("as many as can be") << std::numeric_limits<qint64>::max();
+}
+
+void ScreensTest::everyCountOfPeopleStaysInItsRow()
+{
+    QFETCH(const qint64, people);
+    start(Qt::LeftToRight);
+    const auto back = qScopeGuard([this, before = UserSettings::shared().people()] {
+        UserSettings::shared().setPeople(before);
+        scaleText(1.0);
+    });
+    UserSettings::shared().setPeople(people);
+
+    QStringList faults;
+    for (const double scale : { 1.0, 2.0 }) {
+        scaleText(scale);
+        for (const int width : { 500, 320 }) {
+            resize(width);
+            const std::vector<Drawn> seen = drawn();
+            const QString count = QString::number(people);
+            QVERIFY(std::ranges::any_of(
+                seen, [&count](const Drawn& one) { return one.text == count; }));
+            faults.append(faultsOf(seen, {}).filter(QStringLiteral("'%1'").arg(count)));
+        }
+    }
+    expectNone(faults);
 }
 
 void ScreensTest::aSheetIsInItsPlaceAtOnce()
