@@ -8,6 +8,7 @@
 #include "VexiloApp.h"
 #include "WindowLoader.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -85,6 +86,7 @@ private:
     void openPage();
     void openCode();
     static void set(QObject& view, const char* flag);
+    [[nodiscard]] const QObject* announcer() const;
 
 private Q_SLOTS:
     void initTestCase();
@@ -96,6 +98,8 @@ private Q_SLOTS:
     void everyCountOfPeopleStaysInItsRow_data();
     void everyCountOfPeopleStaysInItsRow();
     void aSheetIsInItsPlaceAtOnce();
+    void resultsAreAnnouncedWhereNothingCoversThem();
+    void zerosInThePlaceOfResultsAreNotAnnounced();
     void whatIsWrongIsFound_data();
     void whatIsWrongIsFound();
     void whatIsNotMirroredIsFound();
@@ -429,6 +433,56 @@ void ScreensTest::aSheetIsInItsPlaceAtOnce()
         QCOMPARE(sheet.y(), place);
         close();
     }
+}
+
+/// What speaks of the results; null where nothing does.
+const QObject* ScreensTest::announcer() const
+{
+    QList<const QQuickItem*> items { m_window->contentItem() };
+    while (!items.isEmpty()) {
+        const QQuickItem* const item = items.takeLast();
+        if (QByteArrayView(item->metaObject()->className()).startsWith("ResultsAnnouncer"))
+            return item;
+        for (const QQuickItem* const child : item->childItems())
+            items.append(child);
+    }
+    return nullptr;
+}
+
+void ScreensTest::resultsAreAnnouncedWhereNothingCoversThem()
+{
+    start(Qt::LeftToRight);
+    QAccessible::setActive(true);
+    const auto back = qScopeGuard([] { QAccessible::setActive(false); });
+    const QObject* const speaker = announcer();
+    QVERIFY(speaker);
+
+    for (const Screen& screen : screens()) {
+        show(screen);
+        QVERIFY2(
+            speaker->property("held").toBool() == (screen.layers > 0), qPrintable(screen.name));
+        close();
+        QVERIFY2(!speaker->property("held").toBool(), qPrintable(screen.name));
+    }
+}
+
+void ScreensTest::zerosInThePlaceOfResultsAreNotAnnounced()
+{
+    start(Qt::LeftToRight);
+    QAccessible::setActive(true);
+    UserSettings& settings = UserSettings::shared();
+    const auto back = qScopeGuard([&settings, bill = settings.bill()] {
+        settings.setBill(bill);
+        QAccessible::setActive(false);
+    });
+    const QObject* const speaker = announcer();
+    QVERIFY(speaker);
+    QVERIFY(!speaker->property("held").toBool());
+
+    settings.setBill(9e16);
+
+    QVERIFY(!m_view->hasResults());
+    QVERIFY(speaker->property("held").toBool());
 }
 
 void ScreensTest::whatIsWrongIsFound_data()
