@@ -31,7 +31,7 @@
     <name>ActivityRow</name>
     <message>
         <source>Waiting…</source>
-        <translation>Warten …</translation>
+        <translation>Warten&#xa0;…</translation>
     </message>
 </context>
 <context>
@@ -725,19 +725,19 @@
     </message>
     <message>
         <source>attempt to write a readonly database</source>
-        <translation>die Datenbank ist schreibgeschützt</translation>
+        <translation>Die Datenbank ist schreibgeschützt</translation>
     </message>
     <message>
         <source>database disk image is malformed</source>
-        <translation>die Datenbank ist beschädigt</translation>
+        <translation>Die Datenbank ist beschädigt</translation>
     </message>
     <message>
         <source>database is locked</source>
-        <translation>die Datenbank ist gesperrt</translation>
+        <translation>Die Datenbank ist gesperrt</translation>
     </message>
     <message>
         <source>database or disk is full</source>
-        <translation>die Datenbank oder der Datenträger ist voll</translation>
+        <translation>Die Datenbank oder der Datenträger ist voll</translation>
     </message>
     <message>
         <source>disk I/O error</source>
@@ -745,11 +745,11 @@
     </message>
     <message>
         <source>file is not a database</source>
-        <translation>die Datei ist keine Datenbank</translation>
+        <translation>Die Datei ist keine Datenbank</translation>
     </message>
     <message>
         <source>unable to open database file</source>
-        <translation>die Datei der Datenbank lässt sich nicht öffnen</translation>
+        <translation>Die Datei der Datenbank lässt sich nicht öffnen</translation>
     </message>
 </context>
 <context>

@@ -16,6 +16,7 @@ T.ItemDelegate {
     required property int index
     readonly property bool isEditing: row.view?.isEditing ?? false
     property bool last: false
+    readonly property bool listScrolls: row.ListView.view?.dragging ?? false
     required property bool marked
     required property string ref
     // Whether the day stands below the description.
@@ -35,6 +36,12 @@ T.ItemDelegate {
             row.swipedAside(false);
         else
             row.view.pressRow(row.index);
+    }
+
+    // How far the row stands aside once the pointer was moved by so much.
+    function asideBy(across: real): real {
+        const before = row.swiped ? row.deleteWidth : 0;
+        return Math.max(0, Math.min(row.deleteWidth, before + (Theme.rightToLeft ? across : -across)));
     }
 
     function pressByKey(event: KeyEvent) {
@@ -130,7 +137,25 @@ T.ItemDelegate {
         target: deleteLoader.item as SwipedDelete
     }
 
-    // Where the pointer goes, before it is known what for.
+    DragHandler {
+        id: swipe
+
+        // How far the pointer has brought the row aside; where it was let go, once it was.
+        property real distance: 0
+
+        enabled: !row.isEditing
+        // While it could take a finger over, the list would not scroll by that finger. Who may take
+        // it over only later does not know where it was pressed, so the other one tells. A list that
+        // scrolls keeps its finger.
+        grabPermissions: PointerHandler.ApprovesTakeOverByAnything | (pointer.sideways && !row.listScrolls ? PointerHandler.CanTakeOverFromItems | PointerHandler.CanTakeOverFromHandlersOfDifferentType : 0)
+        target: null
+        yAxis.enabled: false
+        onActiveChanged: if (!swipe.active) row.swipedAside(swipe.distance > row.deleteWidth / 2)
+    }
+
+    // Where the pointer goes, before it is known what for. The last handler is the first to be told of
+    // a move, and the other one needs to know of it: a quick stroke may be a single move. It is also
+    // the first to forget where the pointer was when that is let go.
     PointHandler {
         id: pointer
 
@@ -138,19 +163,6 @@ T.ItemDelegate {
         readonly property bool sideways: Math.abs(pointer.across) > Math.abs(point.scenePosition.y - point.scenePressPosition.y)
 
         grabPermissions: PointerHandler.ApprovesTakeOverByAnything
-    }
-
-    DragHandler {
-        id: swipe
-
-        readonly property real distance: Math.max(0, Math.min(row.deleteWidth, (row.swiped ? row.deleteWidth : 0) + (Theme.rightToLeft ? 1 : -1) * pointer.across))
-
-        enabled: !row.isEditing
-        // While it could take a finger over, the list would not scroll by that finger. Who may take
-        // it over only later does not know where it was pressed, so the other one tells.
-        grabPermissions: PointerHandler.ApprovesTakeOverByAnything | (pointer.sideways ? PointerHandler.CanTakeOverFromItems | PointerHandler.CanTakeOverFromHandlersOfDifferentType : 0)
-        target: null
-        yAxis.enabled: false
-        onActiveChanged: if (!swipe.active) row.swipedAside(swipe.distance > row.deleteWidth / 2)
+        onAcrossChanged: if (pointer.active) swipe.distance = row.asideBy(pointer.across)
     }
 }

@@ -1,23 +1,28 @@
 #include "Activity.h"
 #include "Appearance.h"
 #include "FakeDesktop.h"
+#include "Item.h"
 #include "Layout.h"
 #include "PrivateBus.h"
 #include "UserSettings.h"
 #include "VexiloApp.h"
 #include "WindowLoader.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTranslator>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <ranges>
 
@@ -40,6 +45,7 @@ constexpr int usualHeight = 880;
 
 struct Screen {
     QString name;
+    int layers = 0; ///< how many sheets, dialogs and menus lie over the calculator
     std::function<void()> open;
 };
 
@@ -71,6 +77,7 @@ private:
     void rest() const;
     void resize(int width) const;
     void scaleText(double scale);
+    [[nodiscard]] QList<const QQuickItem*> layers() const;
     [[nodiscard]] const QQuickItem& top() const;
     [[nodiscard]] std::vector<Drawn> drawn() const { return drawnIn(top()); }
 
@@ -78,6 +85,8 @@ private:
     void openList();
     void openPage();
     void openCode();
+    static void set(QObject& view, const char* flag);
+    [[nodiscard]] const QObject* announcer() const;
 
 private Q_SLOTS:
     void initTestCase();
@@ -85,7 +94,12 @@ private Q_SLOTS:
     void nothingIsCutOrCovered_data();
     void nothingIsCutOrCovered();
     void everythingIsMirroredForWhoReadsFromRightToLeft();
+    void theTextsAreThoseOfTheCatalogue();
+    void everyCountOfPeopleStaysInItsRow_data();
+    void everyCountOfPeopleStaysInItsRow();
     void aSheetIsInItsPlaceAtOnce();
+    void resultsAreAnnouncedWhereNothingCoversThem();
+    void zerosInThePlaceOfResultsAreNotAnnounced();
     void whatIsWrongIsFound_data();
     void whatIsWrongIsFound();
     void whatIsNotMirroredIsFound();
@@ -172,72 +186,85 @@ void ScreensTest::scaleText(double scale)
     rest();
 }
 
-/// What is on top of the window: the dialog, sheet or menu that was opened last, or the calculator.
-const QQuickItem& ScreensTest::top() const
+/// The dialogs, sheets and menus over the calculator, in the order in which they were opened.
+QList<const QQuickItem*> ScreensTest::layers() const
 {
-    const QQuickItem* top = m_window->contentItem();
+    QList<const QQuickItem*> layers;
     for (const QQuickItem* const layer : m_window->contentItem()->childItems()) {
         if (!layer->inherits("QQuickOverlay"))
             continue;
         for (const QQuickItem* const popup : layer->childItems()) {
             if (popup->inherits("QQuickPopupItem") && popup->isVisible())
-                top = popup;
+                layers.append(popup);
         }
     }
-    return *top;
+    return layers;
+}
+
+/// What is on top of the window: what was opened last, or the calculator.
+const QQuickItem& ScreensTest::top() const
+{
+    const QList<const QQuickItem*> over = layers();
+    return over.isEmpty() ? *m_window->contentItem() : *over.last();
 }
 
 QList<Screen> ScreensTest::screens()
 {
-    const auto flag
-        = [this](const char* name) { return [this, name] { m_view->setProperty(name, true); }; };
+    const auto flag = [this](const char* name) { return [this, name] { set(*m_view, name); }; };
     const auto inList = [this](const char* name) {
         return [this, name] {
             openList();
-            m_app->historyView()->setProperty(name, true);
+            set(*m_app->historyView(), name);
         };
     };
     return {
-        { QStringLiteral("calculator"), [] {} },
-        { QStringLiteral("amount refused"),
-            [this] { m_view->billEdited(QStringLiteral("a lot")); } },
-        { QStringLiteral("menu"), [this] { QTest::keyClick(m_window, Qt::Key_F10); } },
-        { QStringLiteral("clear"), flag("showClear") },
-        { QStringLiteral("copied"), flag("showCopied") },
-        { QStringLiteral("save"), [this] { m_view->save(); } },
-        { QStringLiteral("save, too long"),
+        { QStringLiteral("calculator"), 0, [] {} },
+        { QStringLiteral("amount refused"), 0,
+            [this] {
+                m_view->billEdited(QStringLiteral("a lot"));
+                QVERIFY(!m_view->billNotice().isEmpty());
+            } },
+        { QStringLiteral("menu"), 1, [this] { QTest::keyClick(m_window, Qt::Key_F10); } },
+        { QStringLiteral("clear"), 1, flag("showClear") },
+        { QStringLiteral("copied"), 1, flag("showCopied") },
+        { QStringLiteral("save"), 1, [this] { m_view->save(); } },
+        { QStringLiteral("save, too long"), 1,
             [this] {
                 m_view->save();
-                m_view->setBillDescription(QString(1000, QLatin1Char('x')));
+                m_view->setBillDescription(QString(Item::longestRef + 1, QLatin1Char('x')));
+                QVERIFY(!m_view->descriptionNotice().isEmpty());
             } },
-        { QStringLiteral("save failed"), flag("showSaveFailed") },
-        { QStringLiteral("settings"), flag("showSettings") },
-        { QStringLiteral("list"), [this] { openList(); } },
-        { QStringLiteral("list, being edited"), inList("isEditing") },
-        { QStringLiteral("delete all"), inList("promptToDelete") },
-        { QStringLiteral("delete old"), inList("promptToDeleteOld") },
-        { QStringLiteral("page"), [this] { openPage(); } },
-        { QStringLiteral("rename"),
+        { QStringLiteral("save failed"), 1, flag("showSaveFailed") },
+        { QStringLiteral("settings"), 1, flag("showSettings") },
+        { QStringLiteral("list"), 1, [this] { openList(); } },
+        { QStringLiteral("list, being edited"), 1, inList("isEditing") },
+        { QStringLiteral("delete all"), 2, inList("promptToDelete") },
+        { QStringLiteral("delete old"), 2, inList("promptToDeleteOld") },
+        { QStringLiteral("page"), 1, [this] { openPage(); } },
+        { QStringLiteral("rename"), 2,
             [this] {
                 openPage();
                 m_app->historyView()->askForDescription();
             } },
-        { QStringLiteral("use"),
+        { QStringLiteral("use"), 2,
             [this] {
                 openPage();
-                m_app->historyView()->setProperty("showUseThisBill", true);
+                set(*m_app->historyView(), "showUseThisBill");
             } },
-        { QStringLiteral("share"), [this] { m_view->shareButton(); } },
-        { QStringLiteral("code"), [this] { openCode(); } },
+        { QStringLiteral("share"), 1, [this] { m_view->shareButton(); } },
+        { QStringLiteral("code"), 1, [this] { openCode(); } },
     };
 }
 
-void ScreensTest::openList() { m_view->setProperty("showHistory", true); }
+void ScreensTest::set(QObject& view, const char* flag) { QVERIFY(view.setProperty(flag, true)); }
+
+void ScreensTest::openList() { set(*m_view, "showHistory"); }
 
 void ScreensTest::openPage()
 {
     openList();
     m_app->historyView()->choose(0);
+    QVERIFY(m_app->historyView()->detail());
 }
 
 void ScreensTest::openCode()
@@ -251,12 +278,14 @@ void ScreensTest::openCode()
                 return m_app->activityViewController()->choose(activity);
         }
     }
+    QFAIL("Nothing has a page in the share sheet.");
 }
 
 void ScreensTest::show(const Screen& screen)
 {
     screen.open();
     rest();
+    QVERIFY2(layers().size() == screen.layers, qPrintable(screen.name));
 }
 
 void ScreensTest::close()
@@ -345,13 +374,58 @@ void ScreensTest::everythingIsMirroredForWhoReadsFromRightToLeft()
     expectNone(faults);
 }
 
+/// Or a catalogue that fits no text any more would show every screen in English.
+void ScreensTest::theTextsAreThoseOfTheCatalogue()
+{
+    const QString total = QCoreApplication::translate("ResultsPanel", "TOTAL");
+    start(Qt::LeftToRight);
+
+    const std::vector<Drawn> seen = drawn();
+
+    QCOMPARE(total != QLatin1String("TOTAL"), qEnvironmentVariableIsSet("VEXILO_CATALOGUE"));
+    QVERIFY(std::ranges::any_of(seen, [&total](const Drawn& one) { return one.text == total; }));
+}
+
+void ScreensTest::everyCountOfPeopleStaysInItsRow_data()
+{
+    QTest::addColumn<qint64>("people");
+    QTest::addRow("some") << qint64 { 99 };
+    QTest::addRow("a country") << qint64 { 12345678 };
+    QTest::addRow("as many as can be") << std::numeric_limits<qint64>::max();
+}
+
+void ScreensTest::everyCountOfPeopleStaysInItsRow()
+{
+    QFETCH(const qint64, people);
+    start(Qt::LeftToRight);
+    const auto back = qScopeGuard([this, before = UserSettings::shared().people()] {
+        UserSettings::shared().setPeople(before);
+        scaleText(1.0);
+    });
+    UserSettings::shared().setPeople(people);
+
+    QStringList faults;
+    for (const double scale : { 1.0, 2.0 }) {
+        scaleText(scale);
+        for (const int width : { 500, 320 }) {
+            resize(width);
+            const std::vector<Drawn> seen = drawn();
+            const QString count = QString::number(people);
+            QVERIFY(std::ranges::any_of(
+                seen, [&count](const Drawn& one) { return one.text == count; }));
+            faults.append(faultsOf(seen, {}).filter(QStringLiteral("'%1'").arg(count)));
+        }
+    }
+    expectNone(faults);
+}
+
 void ScreensTest::aSheetIsInItsPlaceAtOnce()
 {
     start(Qt::LeftToRight);
     for (const char* const flag : { "showSettings", "showHistory" }) {
-        m_view->setProperty(flag, true);
+        set(*m_view, flag);
         const QQuickItem& sheet = top();
-        QVERIFY(&sheet != m_window->contentItem());
+        QCOMPARE(layers().size(), 1);
         const double place = sheet.y();
 
         rest();
@@ -359,6 +433,56 @@ void ScreensTest::aSheetIsInItsPlaceAtOnce()
         QCOMPARE(sheet.y(), place);
         close();
     }
+}
+
+/// What speaks of the results; null where nothing does.
+const QObject* ScreensTest::announcer() const
+{
+    QList<const QQuickItem*> items { m_window->contentItem() };
+    while (!items.isEmpty()) {
+        const QQuickItem* const item = items.takeLast();
+        if (QByteArrayView(item->metaObject()->className()).startsWith("ResultsAnnouncer"))
+            return item;
+        for (const QQuickItem* const child : item->childItems())
+            items.append(child);
+    }
+    return nullptr;
+}
+
+void ScreensTest::resultsAreAnnouncedWhereNothingCoversThem()
+{
+    start(Qt::LeftToRight);
+    QAccessible::setActive(true);
+    const auto back = qScopeGuard([] { QAccessible::setActive(false); });
+    const QObject* const speaker = announcer();
+    QVERIFY(speaker);
+
+    for (const Screen& screen : screens()) {
+        show(screen);
+        QVERIFY2(
+            speaker->property("held").toBool() == (screen.layers > 0), qPrintable(screen.name));
+        close();
+        QVERIFY2(!speaker->property("held").toBool(), qPrintable(screen.name));
+    }
+}
+
+void ScreensTest::zerosInThePlaceOfResultsAreNotAnnounced()
+{
+    start(Qt::LeftToRight);
+    QAccessible::setActive(true);
+    UserSettings& settings = UserSettings::shared();
+    const auto back = qScopeGuard([&settings, bill = settings.bill()] {
+        settings.setBill(bill);
+        QAccessible::setActive(false);
+    });
+    const QObject* const speaker = announcer();
+    QVERIFY(speaker);
+    QVERIFY(!speaker->property("held").toBool());
+
+    settings.setBill(9e16);
+
+    QVERIFY(!m_view->hasResults());
+    QVERIFY(speaker->property("held").toBool());
 }
 
 void ScreensTest::whatIsWrongIsFound_data()

@@ -15,7 +15,6 @@ BACK, RENAME, USE = range(3)  # those of a bill's page that covers the list
 OK_BUTTON = 1  # of the dialog that asks for a description
 CANCEL, COPY_TEXT, COPY_SHARE, CODE, EMAIL, SAVE_FILE, PRINT = range(7)  # those of the share sheet
 NARROW, WIDE = (540, 880), (1000, 880)
-MOVING_DEADLINE = 2.0  # for the keyboard to move on
 
 
 class Tour:
@@ -250,7 +249,7 @@ class KeyWalk:
         try:
             return self._vexilo.until(
                 lambda: (now := self._focused()) and now.path != before.path and now,
-                f"{key} leads on from {before}", deadline=MOVING_DEADLINE)
+                f"{key} leads on from {before}")
         except AssertionError:
             return None
 

@@ -249,6 +249,49 @@ TestCase {
         compare(World.refs, ["1", "3"]);
     }
 
+    function test_aStrokeThatArrivesAsASingleMoveIsASwipe() {
+        const view = opened(3);
+        const item = row(1);
+        const y = item.height / 2;
+        const start = item.width / 2;
+        const touch = touchEvent(item);
+        touch.press(1, item, start, y).commit();
+        touch.move(1, item, start - item.deleteWidth, y).commit();
+        touch.release(1, item, start - item.deleteWidth, y).commit();
+        compare(list.swipedRow, 1);
+        tryCompare(item, "aside", item.deleteWidth);
+        compare(view.detail, null);
+    }
+
+    function test_aFingerThatScrolledBackAndGoesAsideDoesNotSwipe() {
+        const view = opened(20);
+        const item = row(3);
+        const points = [];
+        for (let step = 1; step <= 8; ++step)
+            points.push([0, -10 * step]);
+        for (let step = 7; step >= 0; --step)
+            points.push([0, -10 * step]);
+        for (let step = 1; step <= 8; ++step)
+            points.push([-item.deleteWidth * step / 8, 0]);
+        // Of the window: the row moves.
+        const x = item.width / 2;
+        const y = 3.5 * Theme.listRowHeight;
+        const touch = touchEvent(test);
+        touch.press(1, test, x, y).commit();
+        for (const [across, down] of points) {
+            touch.move(1, test, x + across, y + down).commit();
+            compare(item.aside, 0);
+        }
+        verify(list.dragging);
+        touch.release(1, test, x - item.deleteWidth, y).commit();
+        compare(list.swipedRow, -1);
+        compare(view.detail, null);
+        tryCompare(list, "moving", false);
+        // The next finger is free again.
+        stroke(row(0), -item.deleteWidth, 0);
+        compare(list.swipedRow, 0);
+    }
+
     function test_aFingerOpensARow() {
         const view = opened(3);
         stroke(row(1), 0, 0);

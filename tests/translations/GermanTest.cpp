@@ -90,7 +90,7 @@ private Q_SLOTS:
 
         QCOMPARE(error.translated(),
             QStringLiteral("StoreError (disk full): Der Datenspeicher konnte nicht benutzt werden: "
-                           "die Datenbank oder der Datenträger ist voll."));
+                           "Die Datenbank oder der Datenträger ist voll."));
         QCOMPARE(error.toString(),
             QStringLiteral("StoreError (disk full): The store could not be used: database or disk "
                            "is full."));

@@ -7,10 +7,11 @@ import Vexilo.Controls
 Item {
     id: bar
 
-    readonly property int buttonCount: 6
+    readonly property int buttonCount: grid.children.length - 1
     readonly property real leastWidth: bar.buttonCount * (Theme.rowHeight + 4)
-    // Whether there is room for what the last two actions are called.
-    readonly property bool roomy: bar.width >= title.implicitWidth + bar.leastWidth + history.textRoom + save.textRoom
+    // Whether there is room for what the last two actions are called. A bar that was not laid out yet
+    // has it: in a window of the usual size it would be laid out twice.
+    readonly property bool roomy: bar.width === 0 || bar.width >= title.implicitWidth + bar.leastWidth + history.textRoom + save.textRoom
     // Whether the name stands above the actions, for want of room beside them.
     readonly property bool stacked: bar.width > 0 && bar.width < title.implicitWidth / 2 + bar.leastWidth
     required property ContentView view
@@ -22,7 +23,7 @@ Item {
 
         anchors.fill: parent
         columnSpacing: bar.stacked ? 0 : 4
-        columns: bar.stacked ? bar.buttonCount : bar.buttonCount + 1
+        columns: bar.stacked ? bar.buttonCount : -1
         rowSpacing: 0
 
         BodyText {

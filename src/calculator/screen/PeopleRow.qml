@@ -8,8 +8,9 @@ GridLayout {
     id: row
 
     readonly property string spoken: label.text + " " + row.view.peopleText
+    readonly property real roomForTexts: label.implicitWidth + texts.columnSpacing + count.implicitWidth
     // Whether the buttons stand below the count, for want of room beside it.
-    readonly property bool stacked: row.width > 0 && texts.implicitWidth + buttons.implicitWidth + row.columnSpacing + 2 * Theme.rowPadding - 5 > row.width
+    readonly property bool stacked: row.width > 0 && row.roomForTexts + buttons.implicitWidth + row.columnSpacing + 2 * Theme.rowPadding - 5 > row.width
     required property ContentView view
 
     // Its card's width, whatever stands in it: that decides what it does with it.
@@ -18,14 +19,18 @@ GridLayout {
     columns: row.stacked ? 1 : 2
     rowSpacing: 0
 
-    RowLayout {
+    GridLayout {
         id: texts
 
         Accessible.name: row.spoken
         Accessible.role: Accessible.StaticText
         Layout.leftMargin: Theme.rowPadding
+        Layout.minimumWidth: 0
+        Layout.rightMargin: row.stacked ? Theme.rowPadding : 0
         Layout.topMargin: row.stacked ? Theme.lineSpace + 3 : 0
-        spacing: Theme.lineSpace + 2
+        columnSpacing: Theme.lineSpace + 2
+        columns: row.stacked && row.roomForTexts > row.width - 2 * Theme.rowPadding ? 1 : 2
+        rowSpacing: 0
 
         BodyText {
             id: label
@@ -35,11 +40,15 @@ GridLayout {
             text: qsTr("People")
         }
 
+        // A count of any length is told whole, if need be in smaller figures.
         BodyText {
+            id: count
+
             Layout.fillWidth: true
-            Layout.minimumWidth: Math.ceil(implicitWidth)
             font.bold: true
             font.pixelSize: Theme.fontSize3
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 12
             text: row.view.peopleText
         }
     }

@@ -2,7 +2,8 @@ import QtQuick
 import Vexilo.Controls
 
 // Has assistive software speak of texts that changed where nobody has the keyboard. It is seen by
-// nobody else. What appears as a notification is spoken; a changed name is not.
+// nobody else. What appears as a notification is spoken; a changed name is not. It goes as soon as it
+// is out of date: who reads the window item by item would meet it beside what is true now.
 Item {
     id: announcer
 
@@ -11,7 +12,6 @@ Item {
     property alias texts: settled.texts
 
     function announce(message: string) {
-        announcer.visible = false;
         announcer.message = message;
         announcer.visible = true;
     }
@@ -26,6 +26,8 @@ Item {
     SettledTexts {
         id: settled
 
+        onHeldChanged: announcer.visible = false
         onSettled: changes => announcer.announce(changes)
+        onTextsChanged: announcer.visible = false
     }
 }

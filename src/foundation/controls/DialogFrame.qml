@@ -70,12 +70,14 @@ T.Dialog {
             id: buttonRow
 
             readonly property int count: children.length
+            // A row that was not laid out yet has no width, and would be laid out twice.
+            readonly property bool cramped: buttonRow.width > 0 && buttonRow.count * (buttonRow.longestWord + Theme.lineSpace) - Theme.lineSpace > buttonRow.width
             readonly property real longestWord: Array.from(children).reduce((longest, button) => Math.max(longest, button.wordWidth), 0)
 
             Layout.fillWidth: true
             Layout.topMargin: Theme.lineSpace
             columnSpacing: Theme.lineSpace
-            columns: buttonRow.count * (buttonRow.longestWord + Theme.lineSpace) - Theme.lineSpace > buttonRow.width ? 1 : buttonRow.count
+            columns: buttonRow.cramped ? 1 : buttonRow.count
             rowSpacing: Theme.lineSpace
         }
     }

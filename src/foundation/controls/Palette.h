@@ -11,8 +11,9 @@ enum class Contrast { Normal, High };
 }
 
 /// The colours of the look. Every text colour keeps a contrast of at least 4.5 to 1 on the surfaces
-/// that it is drawn on, pointed at and pressed, too; in high contrast of 7 to 1. What tells a
-/// control or its state without a text keeps 3 to 1; in high contrast every line does.
+/// that it is drawn on, pointed at and pressed, too; in high contrast of 7 to 1, but for what is
+/// switched on while it is pointed at or pressed: 4.5 to 1 there, too. What tells a control or its
+/// state without a text keeps 3 to 1; in high contrast every line does.
 struct Palette {
     QColor page; ///< behind the cards
     QColor card;

@@ -1,6 +1,5 @@
 #include "SettledTexts.h"
 
-#include <chrono>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -32,14 +31,6 @@ void SettledTexts::setHeld(bool held)
     m_held = held;
     Q_EMIT heldChanged();
     await();
-}
-
-void SettledTexts::setDelay(int delay)
-{
-    if (delay == m_timer.interval())
-        return;
-    m_timer.setInterval(delay);
-    Q_EMIT delayChanged();
 }
 
 void SettledTexts::await()

@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
+#include <chrono>
+
 /// Texts that change by themselves, told once they have stayed the same for a while: of an amount
 /// that is being typed only what came of it is worth being said. What is there at first is not
 /// told, nor what has changed back.
@@ -15,8 +17,6 @@ class SettledTexts : public QObject {
     Q_PROPERTY(QStringList texts READ texts WRITE setTexts NOTIFY textsChanged)
     /// Whether nothing is to be told now; what changed meanwhile is told later.
     Q_PROPERTY(bool held READ held WRITE setHeld NOTIFY heldChanged)
-    /// How long they stay the same, in milliseconds.
-    Q_PROPERTY(int delay READ delay WRITE setDelay NOTIFY delayChanged)
 
 public:
     explicit SettledTexts(QObject* parent = nullptr);
@@ -25,13 +25,12 @@ public:
     void setTexts(const QStringList& texts);
     [[nodiscard]] bool held() const { return m_held; }
     void setHeld(bool held);
-    [[nodiscard]] int delay() const { return m_timer.interval(); }
-    void setDelay(int delay);
+    /// How long they stay the same before they are told.
+    void setDelay(std::chrono::milliseconds delay) { m_timer.setInterval(delay); }
 
 Q_SIGNALS:
     void textsChanged();
     void heldChanged();
-    void delayChanged();
     /// The texts that differ from those told before, in their order, parted by semicolons.
     void settled(const QString& changes);
 

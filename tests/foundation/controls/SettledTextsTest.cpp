@@ -5,6 +5,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 class SettledTextsTest : public QObject {
     Q_OBJECT
 
@@ -25,7 +29,7 @@ private Q_SLOTS:
     void whatIsThereAtFirstIsNotTold()
     {
         SettledTexts texts;
-        texts.setDelay(0);
+        texts.setDelay(0ms);
         QSignalSpy spy(&texts, &SettledTexts::settled);
         texts.setTexts({ QStringLiteral("Total 1"), QStringLiteral("Tip 0") });
 
@@ -38,7 +42,7 @@ private Q_SLOTS:
     void textsThatAreNotKnownYetAreNone()
     {
         SettledTexts texts;
-        texts.setDelay(0);
+        texts.setDelay(0ms);
         QSignalSpy spy(&texts, &SettledTexts::settled);
         texts.setTexts({});
         texts.setTexts({ QStringLiteral("Total 1") });
@@ -66,7 +70,7 @@ private Q_SLOTS:
     void onlyWhatIsDifferentIsTold()
     {
         SettledTexts texts;
-        texts.setDelay(0);
+        texts.setDelay(0ms);
         QSignalSpy spy(&texts, &SettledTexts::settled);
         texts.setTexts({ QStringLiteral("People 2"), QStringLiteral("Total 9"),
             QStringLiteral("Share 4.50") });
@@ -81,7 +85,7 @@ private Q_SLOTS:
     void whatHasChangedBackIsNotTold()
     {
         SettledTexts texts;
-        texts.setDelay(0);
+        texts.setDelay(0ms);
         QSignalSpy spy(&texts, &SettledTexts::settled);
         texts.setTexts({ QStringLiteral("1") });
         texts.setTexts({ QStringLiteral("2") });
@@ -96,7 +100,7 @@ private Q_SLOTS:
     void whatIsHeldIsToldLater()
     {
         SettledTexts texts;
-        texts.setDelay(0);
+        texts.setDelay(0ms);
         QSignalSpy spy(&texts, &SettledTexts::settled);
         texts.setTexts({ QStringLiteral("1") });
         texts.setHeld(true);

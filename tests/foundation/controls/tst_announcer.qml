@@ -41,11 +41,21 @@ TestCase {
         compare(announcer.Accessible.name, "Share $7.00");
         compare(appearances.count, 1);
 
-        // It appears anew for the next one, or nobody would speak it.
+        // It appears anew for the next one, or nobody would speak it; until then it is out of date.
         test.people = "People 3";
+        compare(announcer.visible, false);
         tryCompare(announcer, "message", "People 3");
         compare(announcer.visible, true);
         compare(appearances.count, 3);
+    }
+
+    function test_whatWasAnnouncedGoesWhenItIsHeld() {
+        test.share = "Share $8.00";
+        tryCompare(announcer, "visible", true);
+        announcer.held = true;
+        compare(announcer.visible, false);
+        announcer.held = false;
+        compare(announcer.visible, false);
     }
 
     function test_itIsNoStopOfTheKeyboardAndShowsNothing() {

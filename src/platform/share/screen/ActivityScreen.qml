@@ -17,7 +17,7 @@ Sheet {
     title: qsTr("Share")
     width: parent ? Math.min(parent.width, Theme.columnWidth + 2 * Theme.margin) : 0
     onAboutToHide: sheet.controller?.close()
-    onAboutToShow: doubleClick.start()
+    onAboutToShow: doubleClick.restart()
     onPageOfChosenChanged: chosenPage.setSource(sheet.pageOfChosen, {
         controller: sheet.controller
     })
