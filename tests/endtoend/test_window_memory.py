@@ -35,8 +35,7 @@ class WindowMemory(EndToEndTest):
 
         self.terminate(vexilo)
 
-        vexilo = self.launch()
-        vexilo.until(lambda: screen.is_maximised(vexilo.window), "the window is maximised")
+        vexilo = self.launch_maximised()
         screen.press_keys("alt+F10")
         self.expect(vexilo, *before)
 
@@ -53,8 +52,7 @@ class WindowMemory(EndToEndTest):
         self.maximise(vexilo)
         vexilo.quit()
 
-        vexilo = self.launch()
-        vexilo.until(lambda: screen.is_maximised(vexilo.window), "the window is maximised")
+        vexilo = self.launch_maximised()
         self.assertEqual(self.frame_size(vexilo), SCREEN)
         screen.press_keys("alt+F10")
 
@@ -65,12 +63,10 @@ class WindowMemory(EndToEndTest):
         before = self.change_and_rest(vexilo)
         self.maximise(vexilo)
         vexilo.quit()
-        vexilo = self.launch()
-        vexilo.until(lambda: screen.is_maximised(vexilo.window), "the window is maximised")
+        vexilo = self.launch_maximised()
         vexilo.quit()
 
-        vexilo = self.launch()
-        vexilo.until(lambda: screen.is_maximised(vexilo.window), "the window is maximised")
+        vexilo = self.launch_maximised()
         screen.press_keys("alt+F10")
 
         self.expect(vexilo, *before)
@@ -166,6 +162,12 @@ class WindowMemory(EndToEndTest):
         screen.move(window, *PLACE)
         vexilo.until(lambda: screen.origin_of(window) != before, "the window has moved")
         return SIZE, screen.origin_of(window)
+
+    def launch_maximised(self):
+        """Starts the program, whose window was maximised the last time."""
+        vexilo = self.launch()
+        vexilo.until(lambda: screen.is_maximised(vexilo.window), "the window is maximised")
+        return vexilo
 
     def change_and_rest(self, vexilo):
         """The same, once it is remembered."""
