@@ -42,9 +42,8 @@ std::optional<int> answerCommandLine(int argc, char* argv[])
     if (argc < 2)
         return std::nullopt;
     const std::span<char*> arguments(argv + 1, argv + argc);
-    if (isGiven(arguments, "-h"sv, "--help"sv)) {
+    if (isGiven(arguments, "-h"sv, "--help"sv))
         return printed(help);
-    }
     if (isGiven(arguments, "-v"sv, "--version"sv)) {
         // It finds the bundle beside the program.
         const QCoreApplication application(argc, argv);

@@ -27,8 +27,9 @@ struct WindowGeometry {
 [[nodiscard]] std::optional<WindowGeometry> windowGeometryFrom(const QByteArray& text);
 
 /// How a window is shown that was last seen so. It stands with its frame wholly on the screen that
-/// it was on for the most part, or in the middle of the first one if on none. It becomes smaller
-/// where that is needed, but never smaller than its least size. The screens are those that there
-/// are now, without panels and the like, the main one first.
+/// it was on for the most part, or in the middle of the first one if on none; where its place is
+/// not known, it fits the roomiest one. It becomes smaller where that is needed, but never smaller
+/// than its least size. The screens are those that there are now, without panels and the like, the
+/// main one first.
 [[nodiscard]] WindowGeometry restored(
     const WindowGeometry& geometry, const QList<QRect>& screens, QSize leastSize);
