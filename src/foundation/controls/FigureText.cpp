@@ -51,8 +51,17 @@ FigureText::FigureText(QQuickItem* parent)
     connect(this, &FigureText::mirroredChanged, this, [this] { update(); });
 }
 
+void FigureText::componentComplete()
+{
+    QQuickPaintedItem::componentComplete();
+    layOut();
+}
+
 void FigureText::layOut()
 {
+    // Until all its properties are set, a text would be laid out in fonts that nothing shows.
+    if (!isComponentComplete())
+        return;
     QFont font = m_font;
     font.setKerning(false);
     const QFontMetricsF metrics(font);

@@ -23,6 +23,9 @@ public:
 
     void paint(QPainter* painter) override;
 
+protected:
+    void componentComplete() override;
+
 Q_SIGNALS:
     void textChanged();
     void fontChanged();
