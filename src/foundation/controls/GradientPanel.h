@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QColor>
-#include <QQuickPaintedItem>
+#include <QImage>
+#include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 /// A rounded surface with a vertical gradient and an outline, with smooth corners in every
-/// renderer: the software renderer draws those of a Rectangle with a gradient in steps.
-class GradientPanel : public QQuickPaintedItem {
+/// renderer: the software renderer draws those of a Rectangle with a gradient in steps. No more is
+/// kept as an image than its two edges and one column between them, which is stretched.
+class GradientPanel : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor topColor MEMBER m_topColor NOTIFY changed)
@@ -17,12 +19,16 @@ class GradientPanel : public QQuickPaintedItem {
 public:
     explicit GradientPanel(QQuickItem* parent = nullptr);
 
-    void paint(QPainter* painter) override;
-
 Q_SIGNALS:
     void changed();
 
+protected:
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+
 private:
+    [[nodiscard]] QImage painted(const QSize& pixels, double pixelsPerPoint) const;
+
     QColor m_topColor;
     QColor m_bottomColor;
     QColor m_outlineColor;

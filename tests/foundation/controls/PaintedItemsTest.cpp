@@ -1,4 +1,5 @@
 #include "FigureText.h"
+#include "GradientPanel.h"
 #include "Icon.h"
 
 #include <QDir>
@@ -6,6 +7,7 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+#include <QQuickWindow>
 #include <QTest>
 
 namespace {
@@ -38,6 +40,25 @@ double widthOf(FigureText& item, const char* text)
 {
     item.setProperty("text", QString::fromUtf8(text));
     return item.implicitWidth();
+}
+
+/// The item in a white window.
+QImage shown(QQuickItem& item, const QSize& size)
+{
+    QQuickWindow window;
+    window.setColor(Qt::white);
+    window.resize(size);
+    item.setParentItem(window.contentItem());
+    item.setSize(size);
+    const QImage image = window.grabWindow();
+    item.setParentItem(nullptr);
+    return image;
+}
+
+QColor colorAt(const QImage& image, double x, double y)
+{
+    return image.pixelColor(static_cast<int>(x * (image.width() - 1)),
+        static_cast<int>(y * (image.height() - 1)));
 }
 
 QString iconFolder() { return QStringLiteral(":/qt-project.org/imports/Vexilo/Controls/icons"); }
@@ -108,6 +129,50 @@ private Q_SLOTS:
         const QRect drawn = ink(painted(figure, { natural, 40 }));
 
         QVERIFY(drawn.width() > natural / 2);
+    }
+
+    void aPanelHasAGradientAnOutlineAndRoundCorners()
+    {
+        GradientPanel panel;
+        panel.setProperty("topColor", QColor(Qt::red));
+        panel.setProperty("bottomColor", QColor(Qt::blue));
+        panel.setProperty("outlineColor", QColor(Qt::black));
+        panel.setProperty("radius", 16.0);
+
+        const QImage image = shown(panel, { 300, 100 });
+
+        for (const double x : { 0.0, 1.0 }) {
+            QCOMPARE(colorAt(image, x, 0.0), QColor(Qt::white));
+            QCOMPARE(colorAt(image, x, 1.0), QColor(Qt::white));
+            QCOMPARE(colorAt(image, x, 0.5), QColor(Qt::black));
+        }
+        for (const double x : { 0.1, 0.5, 0.9 }) {
+            QCOMPARE(colorAt(image, x, 0.0), QColor(Qt::black));
+            QVERIFY(colorAt(image, x, 0.1).red() > 200);
+            QVERIFY(colorAt(image, x, 0.9).blue() > 200);
+            QCOMPARE(colorAt(image, x, 0.3), colorAt(image, 0.5, 0.3));
+        }
+    }
+
+    void aPanelNarrowerThanItsCornersIsDrawn_data()
+    {
+        QTest::addColumn<int>("width");
+        for (const int width : { 1, 2, 20, 34, 35, 36 })
+            QTest::addRow("%d points", width) << width;
+    }
+
+    void aPanelNarrowerThanItsCornersIsDrawn()
+    {
+        QFETCH(int, width);
+        GradientPanel panel;
+        panel.setProperty("topColor", QColor(Qt::red));
+        panel.setProperty("bottomColor", QColor(Qt::red));
+        panel.setProperty("outlineColor", QColor(Qt::red));
+        panel.setProperty("radius", 16.0);
+
+        const QImage image = shown(panel, { width, 100 });
+
+        QCOMPARE(colorAt(image, 0.5, 0.5), QColor(Qt::red));
     }
 
     void everyIconIsDrawnInItsColour()
