@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QSize>
+#include <QPixmap>
 
 void setWindowIcon()
 {
@@ -13,6 +13,6 @@ void setWindowIcon()
         + QLatin1String(".png");
     QIcon icon;
     for (const int size : { 16, 32, 48, 128 })
-        icon.addFile(file.arg(size), QSize(size, size));
+        icon.addPixmap(QPixmap(file.arg(size), "PNG")); // named, or all plugins of images would look at it
     QGuiApplication::setWindowIcon(icon);
 }
