@@ -5,13 +5,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
 
 namespace {
 
+constexpr qsizetype longestName = 63;
 constexpr std::size_t maxAttributes = 63; // the history keeps a set of them in one integer
 
 struct Unusable {
@@ -20,11 +20,28 @@ struct Unusable {
 
 [[noreturn]] void reject(const QString& reason) { throw Unusable { reason }; }
 
+bool isLetter(QChar c)
+{
+    return (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+        || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+}
+
+bool isLetterOrDigit(QChar c)
+{
+    return isLetter(c) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
+}
+
+/// By hand: every start of the program asks it, and would load the library of regular expressions.
+bool isName(const QString& text)
+{
+    return !text.isEmpty() && text.size() <= longestName && isLetter(text.front())
+        && std::all_of(text.begin(), text.end(), isLetterOrDigit);
+}
+
 QString nameIn(const QJsonObject& object)
 {
-    static const QRegularExpression form(QStringLiteral("\\A[A-Za-z][A-Za-z0-9]{0,62}\\z"));
     QString name = object.value(QLatin1String("name")).toString();
-    if (!form.match(name).hasMatch())
+    if (!isName(name))
         reject(QStringLiteral("\"%1\" is no usable name").arg(name));
     return name;
 }

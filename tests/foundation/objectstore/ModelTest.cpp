@@ -37,6 +37,19 @@ private Q_SLOTS:
             (AttributeValues { true, qint32(-3), 2.0, QStringLiteral("x"), at(1000) }));
     }
 
+    void aNameHasUpTo63LettersAndDigits()
+    {
+        const QByteArray name = "aZ9" + QByteArray(60, 'a');
+
+        const auto model = NSManagedObjectModel::parse(
+            R"({"entities": [{"name": "A", "attributes": [{"type":"date","name":")" + name
+                + R"("}]}]})",
+            QUrl(QStringLiteral("file:///models/Notes.momd")));
+
+        QVERIFY(model);
+        QCOMPARE((*model)->entity(QStringLiteral("A"))->defaultValues().size(), std::size_t(1));
+    }
+
     void anUnusableModelIsAnErrorThatNamesTheUrl_data()
     {
         QTest::addColumn<QByteArray>("json");
@@ -48,7 +61,15 @@ private Q_SLOTS:
         QTest::newRow("no entities") << QByteArray("{}");
         QTest::newRow("no attributes") << QByteArray(attributes(""));
         QTest::newRow("unknown type") << QByteArray(attributes(R"({"name":"a","type":"blob"})"));
-        QTest::newRow("bad name") << QByteArray(attributes(R"({"name":"_a","type":"date"})"));
+        const auto named = [&attributes](const QByteArray& name) {
+            return attributes(R"({"type":"date","name":")" + name + R"("})");
+        };
+        QTest::newRow("no name") << named("");
+        QTest::newRow("name with a line") << named("_a");
+        QTest::newRow("name with a line in it") << named("a_a");
+        QTest::newRow("name with a digit first") << named("1a");
+        QTest::newRow("name with a letter beyond ASCII") << named("aä");
+        QTest::newRow("name of 64 letters") << named(QByteArray(64, 'a'));
         QTest::newRow("twins") << QByteArray(
             attributes(R"({"name":"a","type":"date"},{"name":"A","type":"date"})"));
         QTest::newRow("default of another type")
