@@ -13,6 +13,23 @@ WindowLoader::WindowLoader()
         QQmlComponent::Asynchronous)
 {
     QObject::connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit);
+    QObject::connect(&m_turns, &QTimer::timeout, qGuiApp, [this] { takeStep(); });
+}
+
+void WindowLoader::prepare(std::vector<std::function<void()>> steps)
+{
+    m_steps = std::move(steps);
+    m_nextStep = 0;
+    if (m_component.isLoading())
+        m_turns.start();
+}
+
+void WindowLoader::takeStep()
+{
+    if (m_nextStep < m_steps.size() && m_component.isLoading())
+        m_steps.at(m_nextStep++)();
+    else
+        m_turns.stop();
 }
 
 std::unique_ptr<QQuickWindow> WindowLoader::make(const QVariantMap& properties)

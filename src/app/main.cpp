@@ -20,6 +20,8 @@
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <cstdlib>
+#include <functional>
+#include <vector>
 
 #include <malloc.h>
 
@@ -49,6 +51,15 @@ Qt::LayoutDirection layoutDirection()
     return QLocale(QLocale::system().uiLanguages().value(0)).textDirection();
 }
 
+std::vector<std::function<void()>> loadingOf(const QList<QFont>& fonts)
+{
+    std::vector<std::function<void()>> steps;
+    steps.reserve(static_cast<std::size_t>(fonts.size()));
+    for (const QFont& font : fonts)
+        steps.emplace_back([font] { loadFont(font); });
+    return steps;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -59,14 +70,17 @@ int main(int argc, char* argv[])
     qunsetenv("QDBUS_DEBUG");
     // Threads that hardly ever allocate at the same time would each keep half a megabyte to itself.
     mallopt(M_ARENA_MAX, 1);
+    FontStart fontStart;
     chooseRenderer();
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
     const Activation activation = Activation::fromEnvironment();
     QGuiApplication application(argc, argv);
-    const FontStart fontStart;
+    fontStart.findFonts();
     WindowLoader windowLoader;
+    QObject::connect(&fontStart, &FontStart::finished, &application,
+        [&windowLoader] { windowLoader.prepare(loadingOf(firstFonts())); });
     DesktopApplication desktopApplication(activation);
     // While the bus answers; whatever opens or writes something comes after its answer.
     translateTexts(application);

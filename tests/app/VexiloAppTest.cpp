@@ -1,20 +1,49 @@
 #include "VexiloApp.h"
 #include "Appearance.h"
+#include "FontStart.h"
 #include "UserSettings.h"
 #include "WindowLoader.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
+
+#include <algorithm>
+#include <vector>
 
 Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
 Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
+
+namespace {
+
+/// The fonts of the texts in the item that are seen.
+QList<QFont> shownFonts(const QQuickItem& item)
+{
+    QList<QFont> fonts;
+    if (!item.isVisible())
+        return fonts;
+    const bool isText = item.inherits("QQuickText") || item.inherits("QQuickTextInput")
+        || item.inherits("FigureText");
+    if (isText && !item.property("text").toString().isEmpty())
+        fonts.append(item.property("font").value<QFont>());
+    for (const QQuickItem* const child : item.childItems())
+        fonts.append(shownFonts(*child));
+    return fonts;
+}
+
+bool looksLike(const QFont& a, const QFont& b)
+{
+    return a.pixelSize() == b.pixelSize() && a.weight() == b.weight() && a.italic() == b.italic();
+}
+
+} // namespace
 
 /// The application as a whole, without a desktop: no portal answers here.
 class VexiloAppTest : public QObject {
@@ -24,6 +53,13 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<WindowLoader> m_windowLoader;
     std::unique_ptr<VexiloApp> m_app;
+
+    std::unique_ptr<QQuickWindow> otherWindow(WindowLoader& loader) const
+    {
+        const QWindow* const window = QGuiApplication::topLevelWindows().first();
+        return loader.make({ { QStringLiteral("app"), QVariant::fromValue(m_app.get()) },
+            { QStringLiteral("contentView"), window->property("contentView") } });
+    }
 
     static InterfaceStyle styleOfWindow()
     {
@@ -56,6 +92,50 @@ private Q_SLOTS:
         QTRY_VERIFY(windows.first()->isVisible());
         QCOMPARE(windows.first()->title(), QStringLiteral("Vexilo"));
         QCOMPARE(windows.first()->minimumSize(), QSize(500, 800));
+    }
+
+    void everyFontOfTheFirstViewIsAmongThoseThatAreLoadedBeforeIt()
+    {
+        const auto* const window
+            = qobject_cast<QQuickWindow*>(QGuiApplication::topLevelWindows().first());
+        QVERIFY(window);
+        const QList<QFont> first = firstFonts();
+
+        const QList<QFont> shown = shownFonts(*window->contentItem());
+
+        QVERIFY(shown.size() > 10);
+        for (const QFont& font : shown) {
+            const bool isLoaded = std::any_of(first.begin(), first.end(),
+                [&font](const QFont& known) { return looksLike(font, known); });
+            QVERIFY2(isLoaded, qPrintable(font.toString()));
+        }
+    }
+
+    void stepsArePreparedInOrderWhileTypesAreLoaded()
+    {
+        std::vector<int> taken;
+        // Types may be loaded before the event loop has turned once, but not every time.
+        for (int attempt = 0; attempt < 10 && taken.size() < 2; ++attempt) {
+            taken.clear();
+            WindowLoader loader;
+            loader.prepare({ [&taken] { taken.push_back(1); }, [&taken] { taken.push_back(2); } });
+            QVERIFY(otherWindow(loader));
+        }
+        QCOMPARE(taken, (std::vector { 1, 2 }));
+    }
+
+    void stepsAreLeftWhenTheTypesAreThere()
+    {
+        WindowLoader loader;
+        const auto window = otherWindow(loader);
+        QVERIFY(window);
+        bool isTaken = false;
+
+        loader.prepare({ [&isTaken] { isTaken = true; } });
+        for (int turn = 0; turn < 10; ++turn)
+            QCoreApplication::processEvents();
+
+        QVERIFY(!isTaken);
     }
 
     void theWindowFollowsTheSystemAtAFirstLaunch()

@@ -9,6 +9,8 @@
 inline constexpr double fontSize1 = 18.0;
 inline constexpr double fontSize2 = 22.0;
 inline constexpr double fontSize3 = 24.0;
+inline constexpr double bodyFontSize = 15.0;
+inline constexpr double smallFontSize = 14.0;
 inline constexpr double lineSpace = 10.0;
 
 /// The look, as views bind to it: colours of the window's colour scheme, sizes, times. The sizes of
@@ -48,8 +50,8 @@ class Theme : public QObject {
     Q_PROPERTY(double fontSize1 READ textFontSize1 NOTIFY changed)
     Q_PROPERTY(double fontSize2 READ textFontSize2 NOTIFY changed)
     Q_PROPERTY(double fontSize3 READ textFontSize3 NOTIFY changed)
-    Q_PROPERTY(double bodyFontSize READ bodyFontSize NOTIFY changed)
-    Q_PROPERTY(double smallFontSize READ smallFontSize NOTIFY changed)
+    Q_PROPERTY(double bodyFontSize READ textBodyFontSize NOTIFY changed)
+    Q_PROPERTY(double smallFontSize READ textSmallFontSize NOTIFY changed)
     /// Of an icon beside a text.
     Q_PROPERTY(double iconSize READ iconSize NOTIFY changed)
     Q_PROPERTY(double lineSpace MEMBER m_lineSpace CONSTANT)
@@ -77,8 +79,8 @@ public:
     [[nodiscard]] double textFontSize1() const { return scaledText(fontSize1); }
     [[nodiscard]] double textFontSize2() const { return scaledText(fontSize2); }
     [[nodiscard]] double textFontSize3() const { return scaledText(fontSize3); }
-    [[nodiscard]] double bodyFontSize() const { return scaledText(15.0); }
-    [[nodiscard]] double smallFontSize() const { return scaledText(14.0); }
+    [[nodiscard]] double textBodyFontSize() const { return scaledText(bodyFontSize); }
+    [[nodiscard]] double textSmallFontSize() const { return scaledText(smallFontSize); }
     [[nodiscard]] double iconSize() const;
     [[nodiscard]] double listRowHeight() const;
     [[nodiscard]] double columnWidth() const { return widened(640.0); }

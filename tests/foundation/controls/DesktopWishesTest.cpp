@@ -221,8 +221,8 @@ private Q_SLOTS:
         QTRY_COMPARE(theme.textFontSize1(), 2 * fontSize1);
         QCOMPARE(theme.textFontSize2(), 2 * fontSize2);
         QCOMPARE(theme.textFontSize3(), 2 * fontSize3);
-        QCOMPARE(theme.bodyFontSize(), 30.0);
-        QCOMPARE(theme.smallFontSize(), 28.0);
+        QCOMPARE(theme.textBodyFontSize(), 30.0);
+        QCOMPARE(theme.textSmallFontSize(), 28.0);
         QCOMPARE(theme.iconSize(), 33.0);
         QCOMPARE(theme.listRowHeight(), 112.0);
         QCOMPARE(theme.columnWidth(), 1280.0);
@@ -238,7 +238,7 @@ private Q_SLOTS:
             QVERIFY(changes.wait());
             QCOMPARE(theme.textFontSize1(), std::round(fontSize1 * percent / 100.0));
 
-            QCOMPARE(theme.smallFontSize(), std::round(theme.smallFontSize()));
+            QCOMPARE(theme.textSmallFontSize(), std::round(theme.textSmallFontSize()));
             QCOMPARE(std::fmod(theme.listRowHeight(), 8.0), 0.0);
             QVERIFY(theme.listRowHeight() >= 56.0);
             QVERIFY(theme.listRowHeight() >= 2 * 1.25 * theme.textFontSize1());
