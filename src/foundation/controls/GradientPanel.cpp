@@ -41,40 +41,39 @@ GradientPanel::GradientPanel(QQuickItem* parent)
     connect(this, &GradientPanel::changed, this, &GradientPanel::update);
 }
 
-void GradientPanel::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+void GradientPanel::itemChange(ItemChange change, const ItemChangeData& data)
 {
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (newGeometry.size() != oldGeometry.size())
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged)
         update();
 }
 
-/// Made anew each time: it hardly ever changes.
+/// Made anew each time: it hardly ever changes. All parts begin and end at whole pixels.
 QSGNode* GradientPanel::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/)
 {
     delete node;
     const double scale = window()->effectiveDevicePixelRatio();
+    const QSize all = (size() * scale).toSize();
     const int edge = static_cast<int>(std::ceil((m_radius + 1.0) * scale));
-    const QSize pixels(std::min(2 * edge + 1, static_cast<int>(std::round(width() * scale))),
-        static_cast<int>(std::round(height() * scale)));
-    if (pixels.isEmpty())
+    const QSize kept(std::min(2 * edge + 1, all.width()), all.height());
+    if (kept.isEmpty())
         return nullptr;
 
-    QSGTexture* const texture = window()->createTextureFromImage(painted(pixels, scale));
-    const int left = (pixels.width() - 1) / 2;
-    const int right = pixels.width() - 1 - left;
-    const double leftEnd = left / scale;
-    const double rightBegin = width() - right / scale;
-    auto all = std::make_unique<QSGNode>();
-    const auto append = [&](double from, double to, int column, int columns) {
-        auto part = imageNode(*window(), texture, { from, 0.0, to - from, height() },
-            QRectF(column, 0, columns, pixels.height()));
-        part->setOwnsTexture(all->childCount() == 0);
-        all->appendChildNode(part.release());
+    QSGTexture* const texture = window()->createTextureFromImage(painted(kept, scale));
+    const int left = (kept.width() - 1) / 2;
+    const int right = kept.width() - 1 - left;
+    auto parts = std::make_unique<QSGNode>();
+    const auto append = [&](int from, int to, int column, int columns) {
+        const QRectF target(QPointF(from, 0) / scale, QSizeF(to - from, all.height()) / scale);
+        const QRectF source(column, 0, columns, all.height());
+        auto part = imageNode(*window(), texture, target, source);
+        part->setOwnsTexture(parts->childCount() == 0);
+        parts->appendChildNode(part.release());
     };
-    append(0.0, leftEnd, 0, left);
-    append(leftEnd, rightBegin, left, 1);
-    append(rightBegin, width(), left + 1, right);
-    return all.release();
+    append(0, left, 0, left);
+    append(left, all.width() - right, left, 1);
+    append(all.width() - right, all.width(), left + 1, right);
+    return parts.release();
 }
 
 QImage GradientPanel::painted(const QSize& pixels, double pixelsPerPoint) const

@@ -24,7 +24,7 @@ Q_SIGNALS:
 
 protected:
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
-    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
     [[nodiscard]] QImage painted(const QSize& pixels, double pixelsPerPoint) const;

@@ -42,24 +42,36 @@ double widthOf(FigureText& item, const char* text)
     return item.implicitWidth();
 }
 
-/// The item in a white window.
-QImage shown(QQuickItem& item, const QSize& size)
-{
-    QQuickWindow window;
-    window.setColor(Qt::white);
-    window.resize(size);
-    item.setParentItem(window.contentItem());
-    item.setSize(size);
-    const QImage image = window.grabWindow();
-    item.setParentItem(nullptr);
-    return image;
-}
+/// A panel, red above and blue below, in a white window.
+class ShownPanel {
+public:
+    explicit ShownPanel(const QSize& size)
+    {
+        m_panel.setProperty("topColor", QColor(Qt::red));
+        m_panel.setProperty("bottomColor", QColor(Qt::blue));
+        m_panel.setProperty("outlineColor", QColor(Qt::black));
+        m_panel.setProperty("radius", 16.0);
+        m_panel.setParentItem(m_window.contentItem());
+        m_panel.setSize(size);
+        m_window.setColor(Qt::white);
+        m_window.resize(400, 100);
+    }
 
-QColor colorAt(const QImage& image, double x, double y)
-{
-    return image.pixelColor(static_cast<int>(x * (image.width() - 1)),
-        static_cast<int>(y * (image.height() - 1)));
-}
+    GradientPanel& panel() { return m_panel; }
+    void look() { m_image = m_window.grabWindow(); }
+
+    /// The colour at a place that is told in points.
+    [[nodiscard]] QColor at(double x, double y) const
+    {
+        const double scale = m_window.effectiveDevicePixelRatio();
+        return m_image.pixelColor(static_cast<int>(x * scale), static_cast<int>(y * scale));
+    }
+
+private:
+    QQuickWindow m_window;
+    GradientPanel m_panel;
+    QImage m_image;
+};
 
 QString iconFolder() { return QStringLiteral(":/qt-project.org/imports/Vexilo/Controls/icons"); }
 
@@ -133,46 +145,65 @@ private Q_SLOTS:
 
     void aPanelHasAGradientAnOutlineAndRoundCorners()
     {
-        GradientPanel panel;
-        panel.setProperty("topColor", QColor(Qt::red));
-        panel.setProperty("bottomColor", QColor(Qt::blue));
-        panel.setProperty("outlineColor", QColor(Qt::black));
-        panel.setProperty("radius", 16.0);
+        ShownPanel shown({ 300, 100 });
+        shown.look();
 
-        const QImage image = shown(panel, { 300, 100 });
-
-        for (const double x : { 0.0, 1.0 }) {
-            QCOMPARE(colorAt(image, x, 0.0), QColor(Qt::white));
-            QCOMPARE(colorAt(image, x, 1.0), QColor(Qt::white));
-            QCOMPARE(colorAt(image, x, 0.5), QColor(Qt::black));
+        for (const double x : { 0.2, 299.5 }) {
+            QCOMPARE(shown.at(x, 0.2), QColor(Qt::white));
+            QCOMPARE(shown.at(x, 99.5), QColor(Qt::white));
+            QVERIFY(shown.at(x, 50.0).lightness() < 64);
         }
-        for (const double x : { 0.1, 0.5, 0.9 }) {
-            QCOMPARE(colorAt(image, x, 0.0), QColor(Qt::black));
-            QVERIFY(colorAt(image, x, 0.1).red() > 200);
-            QVERIFY(colorAt(image, x, 0.9).blue() > 200);
-            QCOMPARE(colorAt(image, x, 0.3), colorAt(image, 0.5, 0.3));
+        for (const double x : { 30.0, 150.0, 270.0 }) {
+            QVERIFY(shown.at(x, 0.2).lightness() < 64);
+            QVERIFY(shown.at(x, 99.5).lightness() < 64);
+            QVERIFY(shown.at(x, 10.0).red() > 200);
+            QVERIFY(shown.at(x, 90.0).blue() > 200);
+            QCOMPARE(shown.at(x, 30.0), shown.at(150.0, 30.0));
         }
+        QCOMPARE(shown.at(300.5, 50.0), QColor(Qt::white));
     }
 
-    void aPanelNarrowerThanItsCornersIsDrawn_data()
+    void aPanelFollowsItsColoursAndSize()
+    {
+        ShownPanel shown({ 300, 100 });
+        shown.look();
+
+        shown.panel().setProperty("topColor", QColor(Qt::green));
+        shown.look();
+        QVERIFY(shown.at(150.0, 10.0).green() > 200);
+
+        shown.panel().setSize({ 200, 60 });
+        shown.look();
+        QCOMPARE(shown.at(210.0, 30.0), QColor(Qt::white));
+        QVERIFY(shown.at(150.0, 55.0).blue() > 200);
+        QVERIFY(shown.at(199.5, 30.0).lightness() < 64);
+    }
+
+    void aPanelNarrowerThanItsCornersIsDrawnWhole_data()
     {
         QTest::addColumn<int>("width");
-        for (const int width : { 1, 2, 20, 34, 35, 36 })
+        for (const int width : { 3, 4, 20, 34, 35, 36 })
             QTest::addRow("%d points", width) << width;
     }
 
-    void aPanelNarrowerThanItsCornersIsDrawn()
+    void aPanelNarrowerThanItsCornersIsDrawnWhole()
     {
-        QFETCH(int, width);
-        GradientPanel panel;
-        panel.setProperty("topColor", QColor(Qt::red));
-        panel.setProperty("bottomColor", QColor(Qt::red));
-        panel.setProperty("outlineColor", QColor(Qt::red));
-        panel.setProperty("radius", 16.0);
+        QFETCH(const int, width);
+        ShownPanel shown({ width, 100 });
+        shown.look();
 
-        const QImage image = shown(panel, { width, 100 });
+        QVERIFY(shown.at(0.2, 50.0).lightness() < 64);
+        QVERIFY(shown.at(width / 2.0, 50.0).red() > 64);
+        QVERIFY(shown.at(width - 0.5, 50.0).lightness() < 64);
+        QCOMPARE(shown.at(width + 0.5, 50.0), QColor(Qt::white));
+    }
 
-        QCOMPARE(colorAt(image, 0.5, 0.5), QColor(Qt::red));
+    void aPanelOfOnePointIsDrawn()
+    {
+        ShownPanel shown({ 1, 100 });
+        shown.look();
+
+        QVERIFY(shown.at(0.2, 50.0) != QColor(Qt::white));
     }
 
     void everyIconIsDrawnInItsColour()
