@@ -12,7 +12,8 @@ void setWindowIcon()
         + QLatin1String("/../share/icons/hicolor/%1x%1/apps/") + QGuiApplication::desktopFileName()
         + QLatin1String(".png");
     QIcon icon;
+    // With the format named, or every plugin of image formats would be asked what the file is.
     for (const int size : { 16, 32, 48, 128 })
-        icon.addPixmap(QPixmap(file.arg(size), "PNG")); // named, or all plugins of images would look at it
+        icon.addPixmap(QPixmap(file.arg(size), "PNG"));
     QGuiApplication::setWindowIcon(icon);
 }
