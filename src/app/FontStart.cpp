@@ -5,20 +5,19 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 
-#include <fontconfig/fontconfig.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int leastPriority = 19;
+constexpr int lowPriority = 5; // of -20 to 19, the lowest
 
-QFont styled(double size, QFont::Weight weight = QFont::Normal, bool italic = false)
+QFont styled(double size, QFont::Weight weight, QFont::Style style = QFont::StyleNormal)
 {
     QFont font = QGuiApplication::font();
     font.setPixelSize(static_cast<int>(size));
     font.setWeight(weight);
-    font.setItalic(italic);
+    font.setStyle(style);
     return font;
 }
 
@@ -28,13 +27,13 @@ QList<QFont> firstFonts()
 {
     return {
         QGuiApplication::font(), // of controls, until they are told theirs
-        styled(smallFontSize),
-        styled(bodyFontSize + 2.0),
-        styled(fontSize1),
-        styled(fontSize1, QFont::Normal, true),
-        styled(fontSize3),
+        styled(smallFontSize, QFont::Normal),
+        styled(bodyFontSize + 2.0, QFont::Normal),
+        styled(fontSize1, QFont::Normal),
+        styled(fontSize1, QFont::Normal, QFont::StyleItalic),
+        styled(fontSize3, QFont::Normal),
         styled(fontSize3, QFont::Bold),
-        styled(fontSize3 + 2.0),
+        styled(fontSize3 + 2.0, QFont::Normal),
         styled(fontSize3 + 2.0, QFont::Bold),
         styled(fontSize3 + 4.0, QFont::Bold),
     };
@@ -42,28 +41,13 @@ QList<QFont> firstFonts()
 
 void loadFont(const QFont& font) { (void)QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')); }
 
-FontStart::~FontStart()
-{
-    if (!m_isAsked)
-        m_font.set_value({});
-    wait();
-}
-
-void FontStart::findFonts()
-{
-    m_isAsked = true;
-    m_font.set_value(QGuiApplication::font());
-}
-
 void FontStart::run()
 {
-    // Beside what it prepares for: where there are but two processors, the types come first.
-    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), leastPriority);
-    FcInit();
-    QFont font = m_font.get_future().get();
-    if (!QGuiApplication::instance())
-        return;
-    loadFont(font);
-    font.setItalic(true);
-    loadFont(font);
+    // Where there are but two processors, the types come first: a start waits for them longest. Not
+    // much less urgent, because this holds locks that others may want.
+    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), lowPriority);
+    loadFont(m_font);
+    QFont italic = m_font;
+    italic.setItalic(true);
+    loadFont(italic);
 }

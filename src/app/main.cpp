@@ -21,6 +21,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include <malloc.h>
@@ -68,20 +69,22 @@ int main(int argc, char* argv[])
         return *code;
     // It would print every message of the session bus, the password of a cloud account among them.
     qunsetenv("QDBUS_DEBUG");
-    // One for this thread and one for all others, which would wait for each other at the start, and
-    // hardly ever allocate at the same time later: each keeps half a megabyte to itself.
+    // At the start its threads would wait for each other with one; later they hardly ever allocate
+    // at the same time, and each arena keeps half a megabyte to itself.
     mallopt(M_ARENA_MAX, 2);
-    FontStart fontStart;
     chooseRenderer();
     QGuiApplication::setApplicationName(AppName);
     QGuiApplication::setOrganizationName(CompanyName);
     QGuiApplication::setDesktopFileName(QStringLiteral("com.morrowick.vexilo"));
     const Activation activation = Activation::fromEnvironment();
     QGuiApplication application(argc, argv);
-    fontStart.findFonts();
-    WindowLoader windowLoader;
+    FontStart fontStart;
+    std::optional<WindowLoader> windowLoader;
+    // Before the thread starts: its end is told once, to who is there.
     QObject::connect(&fontStart, &FontStart::finished, &application,
-        [&windowLoader] { windowLoader.prepare(loadingOf(firstFonts())); });
+        [&windowLoader] { windowLoader->prepare(loadingOf(firstFonts())); });
+    fontStart.start();
+    windowLoader.emplace();
     DesktopApplication desktopApplication(activation);
     // While the bus answers; whatever opens or writes something comes after its answer.
     translateTexts(application);
@@ -100,7 +103,7 @@ int main(int argc, char* argv[])
     const TerminationSignals terminationSignals;
     store::setStoreFailureAlert(showStoreFailure);
     CloudService cloud(NSUbiquitousKeyValueStore::defaultStore());
-    VexiloApp app(windowLoader);
+    VexiloApp app(*windowLoader);
     QObject::connect(&app, &VexiloApp::becameVisible, &cloud, [&cloud] {
         cloud.start(billMirror());
         cloud.setActive(QGuiApplication::applicationState() == Qt::ApplicationActive);

@@ -40,7 +40,14 @@ QList<QFont> shownFonts(const QQuickItem& item)
 
 bool looksLike(const QFont& a, const QFont& b)
 {
-    return a.pixelSize() == b.pixelSize() && a.weight() == b.weight() && a.italic() == b.italic();
+    return a.pixelSize() == b.pixelSize() && a.pointSizeF() == b.pointSizeF()
+        && a.family() == b.family() && a.weight() == b.weight() && a.style() == b.style();
+}
+
+bool isAmong(const QFont& font, const QList<QFont>& fonts)
+{
+    return std::any_of(
+        fonts.begin(), fonts.end(), [&font](const QFont& other) { return looksLike(font, other); });
 }
 
 } // namespace
@@ -94,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(windows.first()->minimumSize(), QSize(500, 800));
     }
 
-    void everyFontOfTheFirstViewIsAmongThoseThatAreLoadedBeforeIt()
+    void theFontsOfTheFirstViewAreThoseThatAreLoadedBeforeIt()
     {
         const auto* const window
             = qobject_cast<QQuickWindow*>(QGuiApplication::topLevelWindows().first());
@@ -104,11 +111,11 @@ private Q_SLOTS:
         const QList<QFont> shown = shownFonts(*window->contentItem());
 
         QVERIFY(shown.size() > 10);
-        for (const QFont& font : shown) {
-            const bool isLoaded = std::any_of(first.begin(), first.end(),
-                [&font](const QFont& known) { return looksLike(font, known); });
-            QVERIFY2(isLoaded, qPrintable(font.toString()));
-        }
+        for (const QFont& font : shown)
+            QVERIFY2(isAmong(font, first), qPrintable(font.toString()));
+        // The first one is that of controls, until they are told theirs.
+        for (const QFont& font : first.mid(1))
+            QVERIFY2(isAmong(font, shown), qPrintable(font.toString()));
     }
 
     void stepsArePreparedInOrderWhileTypesAreLoaded()
