@@ -9,19 +9,29 @@ Item {
 
     default property alias buttons: buttonRow.data
     // What a title gets at the least before the buttons move: one that may be cut still tells something.
-    readonly property real roomForTitle: header.titleIsWhole ? titleText.implicitWidth : Math.min(titleText.implicitWidth, 4 * header.titleSize)
+    readonly property real roomForTitle: header.titleIsWhole ? header.titleWidth : Math.min(header.titleWidth, 4 * header.titleSize)
     readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room > header.width
     required property string title
     // Whether the title wraps instead of being cut at its line's end.
     property bool titleIsWhole: false
     readonly property alias titleHeight: titleText.height
     property real titleSize: Theme.fontSize3 + 4
+    // In one line. The text's own implicit width is told anew whenever it gets another width, which
+    // follows from this one.
+    readonly property real titleWidth: Math.ceil(titleMetrics.advanceWidth)
     // Whether the title is longer than its line.
     readonly property alias truncated: titleText.truncated
 
     Layout.fillWidth: true
     implicitHeight: titleText.height + (header.stacked ? buttonRow.implicitHeight : 0)
-    implicitWidth: titleText.implicitWidth + Theme.lineSpace + buttonRow.implicitWidth
+    implicitWidth: header.titleWidth + Theme.lineSpace + buttonRow.implicitWidth
+
+    TextMetrics {
+        id: titleMetrics
+
+        font: titleText.font
+        text: header.title
+    }
 
     BodyText {
         id: titleText
