@@ -99,6 +99,8 @@ function(vexilo_test_moc target)
     target_include_directories(${target} PRIVATE ${folder})
 endfunction()
 
+set(VEXILO_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 LANGUAGE= QT_QUICK_BACKEND=software)
+
 # vexilo_test(name SOURCES ... [LINKS targets])
 # A Qt Test program, run by CTest on a platform without a display.
 function(vexilo_test name)
@@ -109,6 +111,15 @@ function(vexilo_test name)
     vexilo_configure(${name} SOURCES ${arg_SOURCES} PRIVATE Qt6::Test ${arg_LINKS})
     vexilo_test_moc(${name} ${arg_SOURCES})
     add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT "${VEXILO_TEST_ENVIRONMENT}")
+endfunction()
+
+# vexilo_test_again(test suffix [ENVIRONMENT variables] [ARGUMENTS arguments])
+# The same program as another test, called test_suffix, in which the variables have other values.
+function(vexilo_test_again test suffix)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "ENVIRONMENT;ARGUMENTS")
+    set(name ${test}_${suffix})
+    add_test(NAME ${name} COMMAND ${test} ${arg_ARGUMENTS})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;QT_QUICK_BACKEND=software")
+        ENVIRONMENT "${VEXILO_TEST_ENVIRONMENT};${arg_ENVIRONMENT}")
 endfunction()
