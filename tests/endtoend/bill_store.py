@@ -39,6 +39,11 @@ class BillStore:
         self._change("UPDATE Item SET _version = _version + 1, timestamp = ? WHERE ref = ?",
                      [(_stamp(when), description)])
 
+    def set_sums(self, description, share, total):
+        """Makes a bill one of other sums, in currency units."""
+        self._change("UPDATE Item SET _version = _version + 1, share = ?, total = ? WHERE ref = ?",
+                     [(share, total, description)])
+
     def forget_description(self, description):
         """Leaves a bill without any description, as a record of another origin may be."""
         self._change("UPDATE Item SET _version = _version + 1, ref = NULL WHERE ref = ?",

@@ -10,13 +10,14 @@ import pathlib
 import select
 import shutil
 import subprocess
+import sys
 import tempfile
 
 from gi.repository import Gio, GLib
 
 import waiting
 
-SCREEN = "1400x1100x24"
+SIZE = (1400, 1100)  # of the display, in pixels
 START_DEADLINE = 20.0
 
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC
@@ -89,6 +90,19 @@ def stop(process):
         process.wait()
 
 
+def run_inside(script, *arguments, size=SIZE):
+    """Runs a Python program inside a private desktop and returns its exit code.
+
+    In a new process: the accessibility client belongs to one desktop for life.
+    """
+    with Desktop(size) as private:
+        process = start([sys.executable, script, *arguments], env=private.environment())
+        try:
+            return process.wait()
+        finally:
+            stop(process)
+
+
 def bus_command(folder):
     """What runs a session bus that starts only the services in the folder's "services"."""
     configuration = folder / "bus.conf"
@@ -97,9 +111,13 @@ def bus_command(folder):
 
 
 class Desktop:
-    """Use as a context manager; `environment()` is for the processes that shall live inside."""
+    """Use as a context manager; `environment()` is for the processes that shall live inside.
 
-    def __init__(self):
+    `size` is that of the display, in pixels.
+    """
+
+    def __init__(self, size=SIZE):
+        self._screen = "{}x{}x24".format(*size)
         self._cleanup = contextlib.ExitStack()
         self._environment = bare_environment()
 
@@ -155,7 +173,7 @@ class Desktop:
 
     def _start_display(self):
         number = self._start_and_read_line(
-            ["sh", "-c", f'exec Xvfb -displayfd "$1" -screen 0 {SCREEN} -nolisten tcp -noreset',
+            ["sh", "-c", f'exec Xvfb -displayfd "$1" -screen 0 {self._screen} -nolisten tcp -noreset',
              "Xvfb"], "{}")
         self._environment["DISPLAY"] = f":{number}"
 

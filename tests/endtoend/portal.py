@@ -111,6 +111,15 @@ ANIMATIONS = Wish("org.gnome.desktop.interface", "enable-animations", "b")
 TEXT_SCALE = Wish("org.gnome.desktop.interface", "text-scaling-factor", "d")
 
 
+def told_wishes(wishes, spaces):
+    """What a desktop answers that is asked for its settings in some spaces of names."""
+    values = {}
+    for wish, value in wishes.items():
+        if wish.space in spaces:
+            values.setdefault(wish.space, {})[wish.key] = GLib.Variant(wish.kind, value)
+    return GLib.Variant("(a{sa{sv}})", (values,))
+
+
 class SettingsPortal(Portal):
     """A desktop with a colour scheme: 0 has no preference, 1 prefers dark, 2 prefers light.
 
@@ -123,11 +132,7 @@ class SettingsPortal(Portal):
 
     def answer(self, _sender, arguments, invocation):
         (spaces,) = arguments
-        values = {}
-        for wish, value in self._wishes.items():
-            if wish.space in spaces:
-                values.setdefault(wish.space, {})[wish.key] = GLib.Variant(wish.kind, value)
-        invocation.return_value(GLib.Variant("(a{sa{sv}})", (values,)))
+        invocation.return_value(told_wishes(self._wishes, spaces))
 
     def change(self, color_scheme):
         self.announce(COLOR_SCHEME, color_scheme)
@@ -139,8 +144,7 @@ class SettingsPortal(Portal):
                              GLib.Variant("(ssv)", change))
 
 
-STILL = GLib.Variant("(a{sa{sv}})", (
-    {"org.gnome.desktop.interface": {"enable-animations": GLib.Variant("b", False)}},))
+NO_MOTION = {ANIMATIONS: False}
 
 
 class StillDesktop(Portal):
@@ -149,5 +153,6 @@ class StillDesktop(Portal):
     def __init__(self):
         super().__init__(SETTINGS)
 
-    def answer(self, _sender, _arguments, invocation):
-        invocation.return_value(STILL)
+    def answer(self, _sender, arguments, invocation):
+        (spaces,) = arguments
+        invocation.return_value(told_wishes(NO_MOTION, spaces))

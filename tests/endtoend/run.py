@@ -34,16 +34,10 @@ def main(arguments):
 
 
 def run_module(module):
-    """Runs a module in a new process: the accessibility client belongs to one desktop for life."""
+    """Runs a module in a new process, inside a desktop of its own."""
     import desktop
 
-    with desktop.Desktop() as private:
-        tests = desktop.start([sys.executable, __file__, INSIDE, module],
-                              env=private.environment())
-        try:
-            return tests.wait()
-        finally:
-            desktop.stop(tests)
+    return desktop.run_inside(__file__, INSIDE, module)
 
 
 def run_tests(module):

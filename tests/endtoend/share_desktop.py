@@ -1,8 +1,4 @@
-"""Desktops with much to share a text with.
-
-As a program it is such a desktop on the session bus, to be looked at, until it is ended. It prints a
-line when it is there.
-"""
+"""Desktops with much to share a text with."""
 
 import os
 from typing import NamedTuple
@@ -10,7 +6,7 @@ from typing import NamedTuple
 from gi.repository import Gio, GLib
 
 import waiting
-from portal import DONE, EMAIL, SETTINGS, STILL, VERSION, Portal, request_path
+from portal import DONE, EMAIL, NO_MOTION, SETTINGS, VERSION, Portal, request_path, told_wishes
 
 FILE_CHOOSER = f"""
 <node>
@@ -63,18 +59,20 @@ class SharePortal(Portal):
     """A desktop that writes e-mails, asks for files and prints, and wishes no motion.
 
     `responses` says by the method how a request ends, DONE by itself, and `results` with what. One
-    that is OPEN does not end.
+    that is OPEN does not end. `wishes` are what else the desktop wishes, with the values.
     """
 
-    def __init__(self, *nodes, responses=None, results=None):
+    def __init__(self, *nodes, responses=None, results=None, wishes=()):
         super().__init__(SETTINGS, *nodes)
         self.calls = []
+        self._wishes = NO_MOTION | dict(wishes)
         self._responses = responses or {}
         self._results = results or {}
 
     def _answer(self, _bus, sender, _path, interface, method, arguments, invocation):
         if interface.endswith("Settings"):
-            invocation.return_value(STILL)
+            (spaces,) = arguments.unpack()
+            invocation.return_value(told_wishes(self._wishes, spaces))
             return
         parent, *_, options = arguments.unpack()
         token = options.pop("handle_token")
@@ -91,11 +89,12 @@ class SharePortal(Portal):
 class WholePortal(SharePortal):
     """One that has all of it; files are saved as `saved_as`."""
 
-    def __init__(self, saved_as=None, responses=None):
+    def __init__(self, saved_as=None, responses=None, wishes=()):
         results = {"PreparePrint": {"token": GLib.Variant("u", 5)}}
         if saved_as:
             results["SaveFile"] = {"uris": GLib.Variant("as", [saved_as.as_uri()])}
-        super().__init__(EMAIL, FILE_CHOOSER, PRINT, responses=responses, results=results)
+        super().__init__(EMAIL, FILE_CHOOSER, PRINT, responses=responses, results=results,
+                         wishes=wishes)
 
 
 def _read_document(invocation):
@@ -176,9 +175,3 @@ class KdeConnect:
         else:
             self.texts += arguments.unpack()
             invocation.return_value(None)
-
-
-if __name__ == "__main__":
-    with WholePortal(), KdeConnect("Lena's phone"):
-        print("ready", flush=True)
-        GLib.MainLoop().run()

@@ -13,15 +13,25 @@ SETTINGS, CLEAR, COPY, SHARE, HISTORY, SAVE = range(6)  # the buttons of the too
 EDIT, DONE, COLUMN, DELETE_OLD, DELETE_ALL = range(5)  # those of the list of saved bills
 BACK, RENAME, USE = range(3)  # those of a bill's page that covers the list
 OK_BUTTON = 1  # of the dialog that asks for a description
-CANCEL, COPY_TEXT, COPY_SHARE, CODE, EMAIL, SAVE_FILE, PRINT = range(7)  # those of the share sheet
+CANCEL, COPY_TEXT, COPY_SHARE, CODE, EMAIL, SAVE_FILE, PRINT = range(7)  # those of the share sheet, without phones
+PAGE_BUTTONS, BOTH_BUTTONS = 3, 7  # a page's, and those of the list with a page beside it
 NARROW, WIDE = (540, 880), (1000, 880)
 
 
 class Tour:
-    """Leads through one running program. Every screen is opened from the calculator."""
+    """Leads through one running program. Every screen is opened from the calculator.
 
-    def __init__(self, vexilo):
+    `narrow` and `wide` are sizes of the window in pixels, without and with room for a bill beside
+    the list. `amount` is what stands in the bill field wherever it is not the matter, and `phones`
+    how many phones a text can be sent to.
+    """
+
+    def __init__(self, vexilo, narrow=NARROW, wide=WIDE, amount="100", phones=0):
         self._vexilo = vexilo
+        self._narrow = narrow
+        self._wide = wide
+        self._amount = amount
+        self._phones = phones
 
     def stops(self):
         """The titles of the screens and what opens each, in an order in which all can be seen."""
@@ -92,10 +102,10 @@ class Tour:
         while over := len(self.layers()):
             screen.press_keys("Escape")
             self._vexilo.until(lambda old=over: len(self.layers()) < old, "something is closed")
-        self.resize(NARROW)
+        self.resize(self._narrow)
         field = self.find(Role.TEXT)
-        if tree.text_of(field) != "100":
-            tree.set_text(field, "100")
+        if tree.text_of(field) != self._amount:
+            tree.set_text(field, self._amount)
 
     def resize(self, size):
         window = self._vexilo.window
@@ -145,13 +155,23 @@ class Tour:
     def swipe(self):
         self.open_list()
         row = self.find(Role.LIST_ITEM)
-        x, y = tree.centre_of(row)
+        scale = self._display_scale()
+        x, y = (scale * place for place in tree.centre_of(row))
         screen.press_pointer(x, y)
+        stride = scale * tree.extents_of(row).width // 30
         for step in range(1, 11):
-            screen.move_pointer(x - 16 * step, y)
+            screen.move_pointer(x + step * (stride if self._is_mirrored() else -stride), y)
         screen.release_pointer()
         self._vexilo.until(lambda: tree.find(row, Role.PUSH_BUTTON), "the button is uncovered")
         screen.move_pointer(0, 0)
+
+    def _display_scale(self):
+        """How many pixels of the screen a point of the accessible tree has."""
+        return screen.size_of(self._vexilo.window)[0] // tree.extents_of(self._vexilo.frame).width
+
+    def _is_mirrored(self):
+        edit, done = (tree.centre_of(self.buttons()[place]) for place in (EDIT, DONE))
+        return edit > done
 
     def ask_in_list(self, place):
         self.open_list()
@@ -161,26 +181,28 @@ class Tour:
     def open_page(self):
         self.open_list()
         tree.press(self.find(Role.LIST_ITEM))
-        self.expect_buttons(3)
+        self._vexilo.until(lambda: len(self.buttons()) in (PAGE_BUTTONS, BOTH_BUTTONS),
+                           "the page shows")
 
     def ask_on_page(self, place):
         self.open_page()
-        self.press(place)
+        # Beside the list it has no way back, and comes after the list's own buttons.
+        self.press(place - PAGE_BUTTONS + len(self.buttons()))
         self.expect_layers(2)
 
     def open_wide_list(self):
-        self.resize(WIDE)
+        self.resize(self._wide)
         self.open_list()
         self._vexilo.until(lambda: tree.find(self.root(), Role.LABEL), "the remark shows")
 
     def open_wide_page(self):
         self.open_wide_list()
         tree.press(self.find(Role.LIST_ITEM))
-        self.expect_buttons(7)
+        self.expect_buttons(BOTH_BUTTONS)
 
     def open_share(self):
         self.open(SHARE)
-        self.expect_buttons(7)
+        self.expect_buttons(7 + self._phones)
 
     def open_code(self):
         self.open_share()
@@ -189,7 +211,7 @@ class Tour:
 
     def fail_to_share(self):
         self.open_share()
-        self.press(SAVE_FILE)
+        self.press(SAVE_FILE + self._phones)
         self.expect_layers(2)
 
     # What is met there
