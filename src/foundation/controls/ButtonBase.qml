@@ -12,6 +12,7 @@ T.Button {
     property color contentColor: Theme.accentText
     property color fill: "transparent"
     property real radius: Theme.controlRadius
+    readonly property bool filled: button.fill.a > 0
 
     // A key that is held presses once, unless the button is made to repeat.
     function pressByKey(event: KeyEvent) {
@@ -30,7 +31,7 @@ T.Button {
     opacity: button.enabled ? 1 : Theme.disabledOpacity
 
     background: Rectangle {
-        border.color: button.fill.a > 0 ? Theme.controlBorder : "transparent"
+        border.color: button.filled ? Theme.controlBorder : "transparent"
         color: button.fill
         radius: button.radius
 
@@ -42,7 +43,8 @@ T.Button {
 
         FocusRing {
             focused: button.activeFocus
-            radius: button.radius + 3
+            gap: button.filled ? 2 : -border.width // without a ground the button has the room inside
+            radius: button.radius + gap + border.width
             reason: button.focusReason
         }
     }

@@ -37,7 +37,7 @@ FocusScope {
 
         FocusRing {
             focused: picker.activeFocus
-            radius: Theme.controlRadius + 3
+            radius: Theme.controlRadius + gap + border.width
         }
     }
 

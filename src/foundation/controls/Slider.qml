@@ -113,7 +113,7 @@ T.Slider {
 
         FocusRing {
             focused: slider.activeFocus
-            radius: knob.radius + 3
+            radius: knob.radius + gap + border.width
             reason: slider.focusReason
         }
     }

@@ -21,6 +21,19 @@ TestCase {
         onClicked: ++test.presses
     }
 
+    PushButton {
+        id: filled
+
+        fill: Theme.on
+        text: "Delete"
+        y: 100
+    }
+
+    // Around what has the keyboard, in the button's own place.
+    function ring(button) {
+        return button.background.children[1];
+    }
+
     function init() {
         test.presses = 0;
         button.enabled = true;
@@ -39,6 +52,18 @@ TestCase {
     function test_spaceReturnAndEnterPressIt(data) {
         keyClick(data.key);
         compare(test.presses, 1);
+    }
+
+    function test_theRingLeavesAGapToAFilledButton() {
+        filled.forceActiveFocus(Qt.TabFocusReason);
+        verify(ring(filled).visible);
+        verify(ring(filled).x + ring(filled).border.width <= -2);
+    }
+
+    function test_theRingStandsInsideAButtonWithoutAGround() {
+        verify(ring(button).visible);
+        compare(ring(button).width, button.width);
+        compare(ring(button).height, button.height);
     }
 
     function test_itIsLargeEnoughForAFinger() {
