@@ -13,6 +13,7 @@ ColumnLayout {
 
     Card {
         Layout.fillWidth: true
+        verticalPadding: Theme.lineSpace / 2
 
         DetailLine {
             emphasised: true
@@ -38,6 +39,7 @@ ColumnLayout {
 
     Card {
         Layout.fillWidth: true
+        verticalPadding: Theme.lineSpace / 2
 
         DetailLine {
             label: qsTr("Share per person")
@@ -52,6 +54,7 @@ ColumnLayout {
 
     Card {
         Layout.fillWidth: true
+        verticalPadding: Theme.lineSpace / 2
 
         DetailLine {
             label: qsTr("Everyone pays the tip")
@@ -74,7 +77,8 @@ ColumnLayout {
         Accessible.role: Accessible.StaticText
         Layout.bottomMargin: Theme.lineSpace
         Layout.fillWidth: true
-        Layout.leftMargin: 4
+        Layout.leftMargin: Theme.rowPadding
+        Layout.rightMargin: Theme.rowPadding
         color: Theme.softText
         font.italic: true
         font.pixelSize: Theme.smallFontSize

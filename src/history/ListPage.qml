@@ -65,7 +65,10 @@ FocusScope {
                 id: list
 
                 anchors.fill: parent
-                anchors.margins: 6
+                anchors.bottomMargin: 6
+                anchors.leftMargin: 1 // within the card's border
+                anchors.rightMargin: 1
+                anchors.topMargin: 6
                 focus: !page.empty
                 view: page.view
             }
@@ -74,6 +77,9 @@ FocusScope {
         BulkBar {
             Layout.bottomMargin: Theme.lineSpace
             Layout.fillWidth: true
+            // What is seen of the outer buttons, not their edges, stands below the edges of the list.
+            Layout.leftMargin: -Theme.lineSpace
+            Layout.rightMargin: -Theme.lineSpace
             view: page.view
         }
     }

@@ -18,6 +18,8 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.bottomMargin: 4
+        anchors.leftMargin: 5
+        anchors.rightMargin: 5
         anchors.topMargin: 4
         border.color: Theme.controlBorder
         color: Theme.controlFill
@@ -27,6 +29,8 @@ Item {
 
     ControlFeedback {
         anchors.bottomMargin: 4
+        anchors.leftMargin: 5
+        anchors.rightMargin: 5
         anchors.topMargin: 4
         down: ground.down
         hovered: ground.hovered
@@ -45,8 +49,8 @@ Item {
 
     FocusRing {
         anchors.bottomMargin: 4
-        anchors.leftMargin: 1
-        anchors.rightMargin: 1
+        anchors.leftMargin: 5
+        anchors.rightMargin: 5
         anchors.topMargin: 4
         focused: ground.focused
         radius: Theme.controlRadius - 2

@@ -73,9 +73,8 @@ T.ItemDelegate {
     focusPolicy: Qt.ClickFocus
     height: Theme.listRowHeight
     hoverEnabled: true
-    // At the end of the row stands the list's scroll bar.
-    leftPadding: Theme.lineSpace + (Theme.rightToLeft ? 10 : 2)
-    rightPadding: Theme.lineSpace + (Theme.rightToLeft ? 2 : 10)
+    leftPadding: Theme.rowPadding - 1
+    rightPadding: Theme.rowPadding - 1
     onClicked: row.click()
 
     Behavior on aside {
@@ -88,9 +87,9 @@ T.ItemDelegate {
     background: RowGround {
         down: row.down
         focusReason: row.focusReason
-        focused: row.activeFocus
+        focused: row.activeFocus && row.aside === 0
         hovered: row.hovered
-        indent: Theme.lineSpace + 2
+        indent: row.leftPadding
         raised: row.chosen || row.marked
         separated: !row.last
     }
@@ -121,7 +120,7 @@ T.ItemDelegate {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 4
         anchors.right: parent.right
-        anchors.rightMargin: Theme.lineSpace
+        anchors.rightMargin: 5
         anchors.top: parent.top
         anchors.topMargin: 4
         opacity: row.aside / row.deleteWidth

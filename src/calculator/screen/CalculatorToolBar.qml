@@ -22,6 +22,8 @@ Item {
         id: grid
 
         anchors.fill: parent
+        // What is seen of the last button, not its edge, stands above the end of the cards.
+        anchors.rightMargin: -Theme.lineSpace
         columnSpacing: bar.stacked ? 0 : 4
         columns: bar.stacked ? bar.buttonCount : -1
         rowSpacing: 0

@@ -12,6 +12,9 @@ PushButton {
     // What the longest word of the text takes, which is not to be broken.
     readonly property real wordWidth: Math.ceil(words.contentWidth) + leftPadding + rightPadding
 
+    // Two lines of text are not to touch the edges.
+    bottomPadding: Theme.lineSpace - 2
+    topPadding: Theme.lineSpace - 2
     Layout.fillHeight: true
     Layout.fillWidth: true
     Layout.maximumWidth: Infinity

@@ -8,9 +8,12 @@ Item {
     id: header
 
     default property alias buttons: buttonRow.data
+    // How far the buttons reach beyond the header's end, so that the text of the last one, not its
+    // edge, stands above the end of what follows.
+    readonly property real overhang: Theme.lineSpace + 2
     // What a title gets at the least before the buttons move: one that may be cut still tells something.
     readonly property real roomForTitle: header.titleIsWhole ? header.titleWidth : Math.min(header.titleWidth, 4 * header.titleSize)
-    readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room > header.width
+    readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room - header.overhang > header.width
     required property string title
     // Whether the title wraps instead of being cut at its line's end.
     property bool titleIsWhole: false
@@ -43,7 +46,9 @@ Item {
         anchors.rightMargin: header.stacked ? 0 : Theme.lineSpace
         font.bold: true
         font.pixelSize: header.titleSize
+        fontSizeMode: header.titleIsWhole ? Text.FixedSize : Text.HorizontalFit
         height: Math.max(Theme.rowHeight, implicitHeight)
+        minimumPixelSize: Math.ceil(header.titleSize * 0.8)
         text: header.title
         wrapMode: header.titleIsWhole ? Text.Wrap : Text.NoWrap
     }
@@ -55,6 +60,7 @@ Item {
         readonly property real room: Array.from(children).reduce((sum, button) => sum + (button.visible ? button.implicitWidth : 0), 0)
 
         anchors.right: parent.right
+        anchors.rightMargin: -header.overhang
         anchors.verticalCenter: titleText.verticalCenter
         anchors.verticalCenterOffset: header.stacked ? (titleText.height + height) / 2 : 0
         columnSpacing: 0

@@ -25,7 +25,6 @@ Sheet {
         PushButton {
             id: done
 
-            Layout.rightMargin: 15 - Theme.margin
             focus: true
             font.bold: true
             font.pixelSize: Theme.fontSize1

@@ -57,16 +57,20 @@ TestCase {
         fail("no heading");
     }
 
+    function buttonsWidth() {
+        return first.implicitWidth + second.implicitWidth;
+    }
+
     function test_theTitleIsAHeading() {
         compare(heading().Accessible.name, "Saved Bills");
         compare(heading().text, "Saved Bills");
     }
 
-    function test_theButtonsStandAtTheEndInTheirOrder() {
+    function test_theTextOfTheLastButtonStandsAtTheEnd() {
         const x = button => button.mapToItem(header, 0, 0).x;
         verify(x(first) > 200);
         verify(x(second) >= x(first) + first.width);
-        fuzzyCompare(x(second) + second.width, header.width, 1);
+        fuzzyCompare(x(second) + second.width - second.rightPadding, header.width, 1);
         mouseClick(second);
         compare(test.presses, 1);
     }
@@ -77,7 +81,27 @@ TestCase {
         waitForRendering(header);
         const end = first.mapToItem(header, 0, 0).x;
         verify(heading().x + heading().width <= end + 1);
-        verify(second.mapToItem(header, 0, 0).x + second.width <= 261);
+        verify(second.mapToItem(header, 0, 0).x + second.width - second.rightPadding <= 261);
+        verify(header.truncated);
+    }
+
+    function test_aTitleThatIsALittleTooLongIsDrawnSmallerInsteadOfCut() {
+        header.title = "Dinner at Lena's";
+        header.width = Math.floor(header.titleWidth * 0.9) + Theme.lineSpace + buttonsWidth() - header.overhang;
+        waitForRendering(header);
+        verify(heading().width < header.titleWidth);
+        verify(!header.truncated);
+        verify(heading().contentWidth <= heading().width);
+    }
+
+    function test_aTitleThatIsToBeSeenWholeIsNeverSmaller() {
+        header.title = "Dinner at Lena's";
+        header.titleIsWhole = true;
+        header.width = Math.floor(header.titleWidth * 0.9);
+        waitForRendering(header);
+        compare(heading().fontSizeMode, Text.FixedSize);
+        verify(heading().lineCount > 1);
+        header.titleIsWhole = false;
     }
 
     function test_theHeaderIsARowHighEvenWithoutButtons() {

@@ -45,7 +45,6 @@ FocusScope {
         PushButton {
             id: cancel
 
-            Layout.rightMargin: 15 - Theme.margin
             font.pixelSize: Theme.fontSize1
             text: qsTr("Cancel")
             onClicked: page.cancelled()

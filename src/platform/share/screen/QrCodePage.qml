@@ -35,7 +35,6 @@ FocusScope {
                 PushButton {
                     id: done
 
-                    Layout.rightMargin: 15 - Theme.margin
                     focus: true
                     font.bold: true
                     font.pixelSize: Theme.fontSize1
