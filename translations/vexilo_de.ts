@@ -534,6 +534,10 @@
         <source>No saved bills yet</source>
         <translation>Noch keine gespeicherten Rechnungen</translation>
     </message>
+    <message>
+        <source>Bills that you save appear here.</source>
+        <translation>Rechnungen, die Sie speichern, erscheinen hier.</translation>
+    </message>
 </context>
 <context>
     <name>SendToDeviceActivity</name>

@@ -37,15 +37,13 @@ Sheet {
         onClosed: sheet.close()
     }
 
-    BodyText {
-        Accessible.name: text
-        Accessible.role: Accessible.StaticText
+    Placeholder {
         anchors.bottom: parent.bottom
         anchors.left: listPage.right
+        anchors.leftMargin: Theme.margin
         anchors.right: parent.right
         anchors.top: parent.top
-        color: Theme.softText
-        horizontalAlignment: Text.AlignHCenter
+        iconName: "doc.text"
         text: qsTr("Select an item")
         visible: sheet.wide && !sheet.hasDetail
     }

@@ -110,15 +110,13 @@ ListView {
         }
     }
 
-    BodyText {
-        Accessible.name: text
-        Accessible.role: Accessible.StaticText
-        anchors.centerIn: parent
-        color: Theme.softText
-        horizontalAlignment: Text.AlignHCenter
+    Placeholder {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.rowPadding
+        anchors.rightMargin: Theme.rowPadding
+        hint: qsTr("Bills that you save appear here.")
+        iconName: "list.bullet.rectangle.portrait"
         text: qsTr("No saved bills yet")
         visible: list.count === 0
-        width: parent.width - 2 * Theme.rowPadding
-        wrapMode: Text.Wrap
     }
 }
