@@ -1,9 +1,6 @@
 #include "FontStart.h"
 
-#include "Theme.h"
-
-#include <QFontMetricsF>
-#include <QGuiApplication>
+#include "FirstView.h"
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -12,34 +9,7 @@ namespace {
 
 constexpr int lowPriority = 5; // of -20 to 19, the lowest
 
-QFont styled(double size, QFont::Weight weight, QFont::Style style = QFont::StyleNormal)
-{
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(static_cast<int>(size));
-    font.setWeight(weight);
-    font.setStyle(style);
-    return font;
-}
-
 } // namespace
-
-QList<QFont> firstFonts()
-{
-    return {
-        QGuiApplication::font(), // of controls, until they are told theirs
-        styled(smallFontSize, QFont::Normal),
-        styled(bodyFontSize + 2.0, QFont::Normal),
-        styled(fontSize1, QFont::Normal),
-        styled(fontSize1, QFont::Normal, QFont::StyleItalic),
-        styled(fontSize3, QFont::Normal),
-        styled(fontSize3, QFont::Bold),
-        styled(fontSize3 + 2.0, QFont::Normal),
-        styled(fontSize3 + 2.0, QFont::Bold),
-        styled(fontSize3 + 4.0, QFont::Bold),
-    };
-}
-
-void loadFont(const QFont& font) { (void)QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')); }
 
 void FontStart::run()
 {

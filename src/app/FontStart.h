@@ -2,16 +2,7 @@
 
 #include <QFont>
 #include <QGuiApplication>
-#include <QList>
 #include <QThread>
-
-/// The fonts of the window as it is first seen, at the natural size of texts: the desktop's wish
-/// for another one is not known as early as they are needed.
-[[nodiscard]] QList<QFont> firstFonts();
-
-/// Makes a font usable by the calling thread. The font library searches all fonts for it, once for
-/// each style and size.
-void loadFont(const QFont& font);
 
 /// Starts the font library, and has it look for the fonts that have what is missing in the first
 /// one, for each style of the calculator: what the first texts would have to wait for, done by

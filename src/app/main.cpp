@@ -2,8 +2,10 @@
 #include "CloudService.h"
 #include "CommandLine.h"
 #include "DesktopApplication.h"
+#include "FirstView.h"
 #include "FontStart.h"
 #include "GlobalModel.h"
+#include "Icon.h"
 #include "Language.h"
 #include "PersistenceController.h"
 #include "StoreFailure.h"
@@ -52,12 +54,13 @@ Qt::LayoutDirection layoutDirection()
     return QLocale(QLocale::system().uiLanguages().value(0)).textDirection();
 }
 
-std::vector<std::function<void()>> loadingOf(const QList<QFont>& fonts)
+std::vector<std::function<void()>> preparationOfTheFirstView()
 {
     std::vector<std::function<void()>> steps;
-    steps.reserve(static_cast<std::size_t>(fonts.size()));
-    for (const QFont& font : fonts)
+    for (const QFont& font : firstFonts())
         steps.emplace_back([font] { loadFont(font); });
+    for (const QString& icon : firstIcons())
+        steps.emplace_back([icon] { Icon::prepare(icon, qGuiApp->devicePixelRatio()); });
     return steps;
 }
 
@@ -82,7 +85,7 @@ int main(int argc, char* argv[])
     std::optional<WindowLoader> windowLoader;
     // Before the thread starts: its end is told once, to who is there.
     QObject::connect(&fontStart, &FontStart::finished, &application,
-        [&windowLoader] { windowLoader->prepare(loadingOf(firstFonts())); });
+        [&windowLoader] { windowLoader->prepare(preparationOfTheFirstView()); });
     fontStart.start();
     windowLoader.emplace();
     DesktopApplication desktopApplication(activation);

@@ -1,6 +1,7 @@
 #include "VexiloApp.h"
 #include "Appearance.h"
-#include "FontStart.h"
+#include "FirstView.h"
+#include "Icon.h"
 #include "UserSettings.h"
 #include "WindowLoader.h"
 
@@ -36,6 +37,19 @@ QList<QFont> shownFonts(const QQuickItem& item)
     for (const QQuickItem* const child : item.childItems())
         fonts.append(shownFonts(*child));
     return fonts;
+}
+
+/// The names of the icons in the item that are seen in their natural size.
+QStringList shownIcons(const QQuickItem& item)
+{
+    QStringList names;
+    if (!item.isVisible())
+        return names;
+    if (qobject_cast<const Icon*>(&item) && item.size() == QSizeF(22, 22))
+        names.append(item.property("name").toString());
+    for (const QQuickItem* const child : item.childItems())
+        names.append(shownIcons(*child));
+    return names;
 }
 
 bool looksLike(const QFont& a, const QFont& b)
@@ -116,6 +130,19 @@ private Q_SLOTS:
         // The first one is that of controls, until they are told theirs.
         for (const QFont& font : first.mid(1))
             QVERIFY2(isAmong(font, shown), qPrintable(font.toString()));
+    }
+
+    void theIconsOfTheFirstViewAreThoseThatAreDrawnBeforeIt()
+    {
+        const auto* const window
+            = qobject_cast<QQuickWindow*>(QGuiApplication::topLevelWindows().first());
+        QVERIFY(window);
+        QStringList first = firstIcons();
+        QStringList shown = shownIcons(*window->contentItem());
+        first.sort();
+        shown.sort();
+
+        QCOMPARE(shown, first);
     }
 
     void stepsArePreparedInOrderWhileTypesAreLoaded()

@@ -12,10 +12,12 @@
 
 namespace {
 
-QImage painted(QQuickPaintedItem& item, const QSizeF& size)
+/// What the item paints in a size, in points, on a display of so many pixels for each.
+QImage painted(QQuickPaintedItem& item, const QSizeF& size, double scale = 1.0)
 {
     item.setSize(size);
-    QImage image(size.toSize(), QImage::Format_ARGB32_Premultiplied);
+    QImage image((size * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     item.paint(&painter);
@@ -238,6 +240,34 @@ private Q_SLOTS:
 
         QVERIFY(plain != mirrored);
         QCOMPARE(ink(mirrored).width(), ink(plain).width());
+    }
+
+    void anIconKeepsItsShapeWhateverItsColourWas()
+    {
+        Icon icon;
+        icon.setProperty("name", QStringLiteral("trash"));
+        icon.setProperty("color", QColor(Qt::red));
+        const QImage red = painted(icon, { 48, 48 });
+        icon.setProperty("color", QColor(0, 0, 255, 128));
+        const QImage blue = painted(icon, { 48, 48 });
+        icon.setProperty("color", QColor(Qt::red));
+
+        QCOMPARE(painted(icon, { 48, 48 }), red);
+        QCOMPARE(ink(blue), ink(red));
+        QVERIFY(blue != red);
+    }
+
+    void anIconIsAsSharpAsItsDisplay()
+    {
+        Icon icon;
+        icon.setProperty("name", QStringLiteral("trash"));
+        Icon::prepare(QStringLiteral("trash"), 1.0);
+        const QImage large = painted(icon, { 44, 44 });
+
+        QImage fine = painted(icon, { 22, 22 }, 2.0);
+        fine.setDevicePixelRatio(1.0);
+
+        QCOMPARE(fine, large);
     }
 
     void anUnknownIconDrawsNothing()
