@@ -2,6 +2,7 @@
 
 import screen
 import tree
+from bystander import Bystander
 from case import EndToEndTest
 from tree import Role
 
@@ -38,6 +39,21 @@ class BillField(EndToEndTest):
 
         self.expect_marked(vexilo, NOT_AN_AMOUNT)
         vexilo.expect_figures("TOTAL $1.26", "Tip $0.06", "Share per person $0.63")
+
+    def test_another_window_in_between_changes_nothing(self):
+        vexilo = self.launch_with_hundred()
+        bystander = Bystander(self)
+        screen.activate(vexilo.window)
+        vexilo.expect_active()
+        vexilo.type_bill("12.")
+
+        bystander.take_keyboard()
+        vexilo.expect_active(False)
+        screen.activate(vexilo.window)
+        vexilo.expect_active()
+        screen.type_text("50")
+
+        vexilo.expect_bill_text("12.50")
 
     def test_leaving_the_field_shows_the_stored_bill_again(self):
         vexilo = self.launch_with_hundred()

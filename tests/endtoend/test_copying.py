@@ -102,6 +102,18 @@ class Copying(EndToEndTest):
         self.dismiss_notice(vexilo)
         self.assertEqual(clipboard.text(), SUMMARY)
 
+    def test_the_copy_key_copies_the_summary_again_and_again_while_typing(self):
+        vexilo = self.launch_with_bill()
+        vexilo.type_bill("200")
+
+        for _ in range(2):
+            screen.press_keys("ctrl+c")
+            vexilo.expect(Role.DIALOG, COPIED)
+            screen.press_keys("Return")
+            vexilo.expect_none(Role.DIALOG)
+
+        self.assertIn("\nThe bill came to $200.00\n", clipboard.text())
+
     def test_the_copy_key_copies_what_is_selected_in_the_field(self):
         vexilo = self.launch_with_bill()
         vexilo.focus_bill()

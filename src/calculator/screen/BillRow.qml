@@ -21,6 +21,11 @@ FocusScope {
             field.text = row.view.billText;
         }
 
+        function onIsTextFieldFocusedChanged() {
+            if (row.view.isTextFieldFocused)
+                field.forceActiveFocus(Qt.OtherFocusReason);
+        }
+
         target: row.view
     }
 
@@ -71,12 +76,12 @@ FocusScope {
                 invalid: row.view.billNotice !== ""
                 name: qsTr("Bill to Split")
                 notice: row.view.billNotice
-                onActiveFocusChanged: {
-                    row.view.isTextFieldFocused = activeFocus;
-                    if (!activeFocus)
+                onCopyRequested: row.view.copy()
+                onEnteredChanged: {
+                    row.view.isTextFieldFocused = entered;
+                    if (!entered)
                         row.view.billEditingFinished();
                 }
-                onCopyRequested: row.view.copy()
                 onTextChanged: row.view.billEdited(text)
             }
         }

@@ -184,7 +184,7 @@ private:
     QString m_saveFailure;
     bool m_showClear = false;
     bool m_refreshInfo = false;
-    bool m_isTextFieldFocused = false; // held for the screen's interface
+    bool m_isTextFieldFocused = false;
     bool m_dark = false;
     bool m_highContrast = false;
     // Held for the screen's interface: every use of the count goes to the settings.

@@ -5,13 +5,15 @@ import Vexilo.Controls
 FieldBase {
     id: field
 
-    // Copy was asked for while nothing is selected in the field.
+    // Copy was asked for while the user has selected nothing in the field.
     signal copyRequested
 
     Keys.onPressed: event => {
-        event.accepted = event.matches(StandardKey.Copy) && field.selectedText === "";
+        event.accepted = event.matches(StandardKey.Copy) && (field.selectedText === "" || field.selectedByEntering);
         if (event.accepted)
             field.copyRequested();
+        else if (event.matches(StandardKey.SelectAll))
+            field.selectedByEntering = false;
     }
     font.bold: true
     font.pixelSize: Theme.fontSize3 + 2

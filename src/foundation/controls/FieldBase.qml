@@ -9,11 +9,16 @@ import Vexilo.Controls
 T.TextField {
     id: field
 
+    // Whether the keyboard has come to the field and not gone elsewhere since. A window that is left
+    // for another one takes it along, and brings it back.
+    property bool entered: false
     property bool invalid: false
     required property string name
     // Said to assistive software beside the name.
     property string notice: ""
     property real radius: Theme.controlRadius
+    // Whether the whole text is selected because the field was entered, and not by the user.
+    property bool selectedByEntering: false
 
     Accessible.description: field.notice
     Accessible.name: field.name
@@ -27,7 +32,14 @@ T.TextField {
     selectionColor: Theme.on
     topPadding: Theme.lineSpace
     verticalAlignment: TextInput.AlignVCenter
-    onActiveFocusChanged: if (activeFocus) selectAll()
+    onActiveFocusChanged: {
+        if (activeFocus && !entered) {
+            selectAll();
+            selectedByEntering = true;
+        }
+        entered = activeFocus || (entered && !Window.active);
+    }
+    onSelectedTextChanged: selectedByEntering = false
 
     // A steady cursor: one that blinks would redraw the window all day long.
     cursorDelegate: Rectangle {

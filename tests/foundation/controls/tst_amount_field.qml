@@ -63,9 +63,25 @@ TestCase {
         compare(test.copies, 1);
     }
 
+    function test_copyIsPassedOnWhereOnlyEnteringSelectedTheText() {
+        field.forceActiveFocus();
+        compare(field.selectedText, "133.5");
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        compare(test.copies, 1);
+    }
+
+    function test_copyOfAPartThatIsSelectedByKeysStaysInTheField() {
+        field.forceActiveFocus();
+        keyClick(Qt.Key_End);
+        keyClick(Qt.Key_Left, Qt.ShiftModifier);
+        compare(field.selectedText, "5");
+        keyClick(Qt.Key_C, Qt.ControlModifier);
+        compare(test.copies, 0);
+    }
+
     function test_copyOfASelectionStaysInTheField() {
         field.forceActiveFocus();
-        field.selectAll();
+        keyClick(Qt.Key_A, Qt.ControlModifier);
         keyClick(Qt.Key_C, Qt.ControlModifier);
         compare(test.copies, 0);
         field.clear();
