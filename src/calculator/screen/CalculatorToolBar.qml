@@ -9,11 +9,15 @@ Item {
 
     readonly property int buttonCount: grid.children.length - 1
     readonly property real leastWidth: bar.buttonCount * (Theme.rowHeight + 4)
-    // Whether there is room for what the last two actions are called. A bar that was not laid out yet
-    // has it: in a window of the usual size it would be laid out twice.
-    readonly property bool roomy: bar.width === 0 || bar.width >= title.implicitWidth + bar.leastWidth + history.textRoom + save.textRoom
+    // What the bar takes with what the last two actions are called, as tight as it can be: the name,
+    // which the window's title has, too, is drawn a little smaller then, and nothing is between buttons.
+    readonly property real leastRoomyWidth: 0.8 * title.implicitWidth + bar.buttonCount * Theme.rowHeight + history.textRoom + save.textRoom - Theme.buttonPadding
+    // Whether there is room for that. A bar that was not laid out yet has it: in a window of the usual
+    // size it would be laid out twice.
+    readonly property bool roomy: bar.width === 0 || bar.width >= bar.leastRoomyWidth
     // Whether the name stands above the actions, for want of room beside them.
     readonly property bool stacked: bar.width > 0 && bar.width < title.implicitWidth / 2 + bar.leastWidth
+    readonly property bool tight: bar.roomy && bar.width > 0 && bar.width < bar.leastRoomyWidth + 0.2 * title.implicitWidth + 4 * bar.buttonCount
     required property ContentView view
 
     implicitHeight: grid.implicitHeight + 2 * Theme.lineSpace
@@ -23,8 +27,8 @@ Item {
 
         anchors.fill: parent
         // What is seen of the last button, not its edge, stands above the end of the cards.
-        anchors.rightMargin: -Theme.lineSpace
-        columnSpacing: bar.stacked ? 0 : 4
+        anchors.rightMargin: -save.rightPadding
+        columnSpacing: bar.stacked || bar.tight ? 0 : 4
         columns: bar.stacked ? bar.buttonCount : -1
         rowSpacing: 0
 

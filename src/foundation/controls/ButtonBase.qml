@@ -43,9 +43,9 @@ T.Button {
 
         FocusRing {
             focused: button.activeFocus
-            gap: button.filled ? 2 : -border.width // without a ground the button has the room inside
-            radius: button.radius + gap + border.width
+            inside: !button.filled
             reason: button.focusReason
+            surrounded: button.radius
         }
     }
 }

@@ -11,10 +11,10 @@ ButtonBase {
     // Whether only the icon is seen. Assistive software hears the text all the same.
     property bool iconOnly: false
     // What showing the text takes, beside a button that shows only its icon.
-    readonly property real textRoom: content.spacing + label.implicitWidth + 2 * Theme.lineSpace + Theme.iconSize - Theme.rowHeight
+    readonly property real textRoom: content.spacing + label.implicitWidth + 2 * Theme.buttonPadding + Theme.iconSize - Theme.rowHeight
 
     font.pixelSize: Theme.bodyFontSize + 2
-    leftPadding: button.iconOnly ? (Theme.rowHeight - Theme.iconSize) / 2 : Theme.lineSpace
+    leftPadding: button.iconOnly ? (Theme.rowHeight - Theme.iconSize) / 2 : Theme.buttonPadding
     rightPadding: button.leftPadding
 
     contentItem: Row {

@@ -13,8 +13,8 @@ ButtonBase {
     Layout.fillWidth: true
     Layout.maximumWidth: Math.ceil(implicitWidth)
     font.pixelSize: Theme.bodyFontSize
-    leftPadding: Theme.lineSpace + 2
-    rightPadding: Theme.lineSpace + 2
+    leftPadding: Theme.buttonPadding
+    rightPadding: Theme.buttonPadding
 
     contentItem: BodyText {
         color: button.contentColor

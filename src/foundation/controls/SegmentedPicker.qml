@@ -37,7 +37,6 @@ FocusScope {
 
         FocusRing {
             focused: picker.activeFocus
-            radius: Theme.controlRadius + gap + border.width
         }
     }
 

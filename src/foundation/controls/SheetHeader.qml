@@ -9,11 +9,12 @@ Item {
 
     default property alias buttons: buttonRow.data
     // How far the buttons reach beyond the header's end, so that the text of the last one, not its
-    // edge, stands above the end of what follows.
-    readonly property real overhang: Theme.lineSpace + 2
+    // edge, stands above the end of what follows. Below each other they are of one width, which is
+    // the seen one of a button with a ground.
+    readonly property real overhang: buttonRow.isColumn ? 0 : Theme.buttonPadding
     // What a title gets at the least before the buttons move: one that may be cut still tells something.
     readonly property real roomForTitle: header.titleIsWhole ? header.titleWidth : Math.min(header.titleWidth, 4 * header.titleSize)
-    readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room - header.overhang > header.width
+    readonly property bool stacked: header.width > 0 && header.roomForTitle + Theme.lineSpace + buttonRow.room - Theme.buttonPadding > header.width
     required property string title
     // Whether the title wraps instead of being cut at its line's end.
     property bool titleIsWhole: false
@@ -56,6 +57,7 @@ Item {
     GridLayout {
         id: buttonRow
 
+        readonly property bool isColumn: header.width > 0 && buttonRow.room > header.width + Theme.buttonPadding
         // Of all buttons beside each other.
         readonly property real room: Array.from(children).reduce((sum, button) => sum + (button.visible ? button.implicitWidth : 0), 0)
 
@@ -64,8 +66,8 @@ Item {
         anchors.verticalCenter: titleText.verticalCenter
         anchors.verticalCenterOffset: header.stacked ? (titleText.height + height) / 2 : 0
         columnSpacing: 0
-        columns: header.width > 0 && buttonRow.room > header.width ? 1 : -1
+        columns: buttonRow.isColumn ? 1 : -1
         rowSpacing: 0
-        width: Math.min(implicitWidth, header.width)
+        width: Math.min(implicitWidth, header.width + header.overhang)
     }
 }

@@ -113,7 +113,7 @@ T.Slider {
 
         FocusRing {
             focused: slider.activeFocus
-            radius: knob.radius + gap + border.width
+            surrounded: knob.radius
             reason: slider.focusReason
         }
     }

@@ -54,6 +54,8 @@ class Theme : public QObject {
     Q_PROPERTY(double smallFontSize READ textSmallFontSize NOTIFY changed)
     /// Of an icon beside a text.
     Q_PROPERTY(double iconSize READ iconSize NOTIFY changed)
+    /// Beside the text of a button that is drawn without a ground, or with one of its own.
+    Q_PROPERTY(double buttonPadding MEMBER m_buttonPadding CONSTANT)
     Q_PROPERTY(double lineSpace MEMBER m_lineSpace CONSTANT)
     Q_PROPERTY(double rowHeight MEMBER m_rowHeight CONSTANT)
     /// Of a list that may be very long. A multiple of 8: items are placed in single precision,
@@ -124,6 +126,7 @@ private:
     Appearance m_appearance;
     const double m_disabledOpacity = disabledOpacity;
     const double m_lineSpace = lineSpace;
+    const double m_buttonPadding = 9.0; // so that a sheet's last button ends 15 before its edge
     const double m_rowHeight = 44.0; // the least that a finger hits surely
     const double m_rowPadding = 18.0;
     const double m_cardRadius = 16.0;

@@ -46,6 +46,7 @@ TestCase {
         test.presses = 0;
         button.enabled = true;
         header.title = "Saved Bills";
+        header.titleIsWhole = false;
         header.width = 400;
     }
 
@@ -68,11 +69,19 @@ TestCase {
 
     function test_theTextOfTheLastButtonStandsAtTheEnd() {
         const x = button => button.mapToItem(header, 0, 0).x;
+        tryVerify(() => x(second) >= x(first) + first.width);
         verify(x(first) > 200);
-        verify(x(second) >= x(first) + first.width);
         fuzzyCompare(x(second) + second.width - second.rightPadding, header.width, 1);
         mouseClick(second);
         compare(test.presses, 1);
+    }
+
+    function test_buttonsBelowEachOtherStayWithinTheHeader() {
+        header.width = 60;
+        tryVerify(() => second.y > first.y);
+        const end = item => item.mapToItem(header, item.width, 0).x;
+        verify(end(first) <= header.width);
+        verify(end(second) <= header.width);
     }
 
     function test_aLongTitleLeavesTheButtonsTheirRoom() {
@@ -101,7 +110,6 @@ TestCase {
         waitForRendering(header);
         compare(heading().fontSizeMode, Text.FixedSize);
         verify(heading().lineCount > 1);
-        header.titleIsWhole = false;
     }
 
     function test_theHeaderIsARowHighEvenWithoutButtons() {
