@@ -357,6 +357,14 @@
         <source>Done</source>
         <translation>Fertig</translation>
     </message>
+    <message>
+        <source>Bills that you save appear here.</source>
+        <translation>Rechnungen, die Sie speichern, erscheinen hier.</translation>
+    </message>
+    <message>
+        <source>No saved bills yet</source>
+        <translation>Noch keine gespeicherten Rechnungen</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -529,14 +537,6 @@
     <message>
         <source>Saved Bills</source>
         <translation>Rechnungen</translation>
-    </message>
-    <message>
-        <source>No saved bills yet</source>
-        <translation>Noch keine gespeicherten Rechnungen</translation>
-    </message>
-    <message>
-        <source>Bills that you save appear here.</source>
-        <translation>Rechnungen, die Sie speichern, erscheinen hier.</translation>
     </message>
 </context>
 <context>

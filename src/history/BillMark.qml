@@ -10,17 +10,16 @@ Rectangle {
     border.color: mark.marked ? Theme.onBorder : Theme.softText
     border.width: 2
     color: mark.marked ? Theme.on : "transparent"
-    // Grows with the texts, but leaves most of a narrow row to them.
-    height: 2 * Math.round(Math.min(Theme.iconSize + 2, 30) / 2)
+    height: 24
     radius: height / 2
     width: height
 
     Icon {
         anchors.centerIn: parent
         color: Theme.onText
-        height: 2 * Math.round(parent.height / 3)
+        height: 16
         name: "checkmark"
         visible: mark.marked
-        width: height
+        width: 16
     }
 }

@@ -72,14 +72,24 @@ FocusScope {
                 focus: !page.empty
                 view: page.view
             }
+
+            Placeholder {
+                anchors.fill: parent
+                anchors.leftMargin: Theme.rowPadding
+                anchors.rightMargin: Theme.rowPadding
+                hint: qsTr("Bills that you save appear here.")
+                iconName: "list.bullet.rectangle.portrait"
+                text: qsTr("No saved bills yet")
+                visible: page.empty
+            }
         }
 
         BulkBar {
             Layout.bottomMargin: Theme.lineSpace
             Layout.fillWidth: true
             // What is seen of the outer buttons, not their edges, stands below the edges of the list.
-            Layout.leftMargin: -Theme.lineSpace
-            Layout.rightMargin: -Theme.lineSpace
+            Layout.leftMargin: -Theme.buttonPadding
+            Layout.rightMargin: -Theme.buttonPadding
             view: page.view
         }
     }

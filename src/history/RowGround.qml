@@ -5,36 +5,49 @@ import Vexilo.Controls
 Item {
     id: ground
 
+    // What the list's scroll bar takes at the row's end.
+    property real barRoom: 0
     property bool down: false
     property int focusReason: Qt.OtherFocusReason
     property bool focused: false
+    // Between the grounds of two rows lies twice this.
+    readonly property real gap: 4
     property bool hovered: false
     // Where the line to the next row begins.
     property real indent: 0
+    // Between a ground and the sides of the list.
+    readonly property real inset: 5
     // Whether the row stands out for longer than a press.
     property bool raised: false
     property bool separated: true
 
-    Rectangle {
+    Item {
+        anchors.bottomMargin: ground.gap
         anchors.fill: parent
-        anchors.bottomMargin: 4
-        anchors.leftMargin: 5
-        anchors.rightMargin: 5
-        anchors.topMargin: 4
-        border.color: Theme.controlBorder
-        color: Theme.controlFill
-        radius: Theme.controlRadius - 2
-        visible: ground.raised
-    }
+        anchors.leftMargin: ground.inset
+        anchors.rightMargin: ground.inset + ground.barRoom
+        anchors.topMargin: ground.gap
 
-    ControlFeedback {
-        anchors.bottomMargin: 4
-        anchors.leftMargin: 5
-        anchors.rightMargin: 5
-        anchors.topMargin: 4
-        down: ground.down
-        hovered: ground.hovered
-        radius: Theme.controlRadius - 2
+        Rectangle {
+            anchors.fill: parent
+            border.color: Theme.controlBorder
+            color: Theme.controlFill
+            radius: Theme.controlRadius - 2
+            visible: ground.raised
+        }
+
+        ControlFeedback {
+            down: ground.down
+            hovered: ground.hovered
+            radius: Theme.controlRadius - 2
+        }
+
+        FocusRing {
+            focused: ground.focused
+            inside: true
+            reason: ground.focusReason
+            surrounded: Theme.controlRadius - 2
+        }
     }
 
     Rectangle {
@@ -42,18 +55,10 @@ Item {
         anchors.left: parent.left
         anchors.leftMargin: ground.indent
         anchors.right: parent.right
+        // A list that scrolls brings the line past the round corners of its card.
+        anchors.rightMargin: ground.barRoom > 0 ? ground.inset + ground.barRoom : 0
         color: Theme.line
         height: 1
         visible: ground.separated
-    }
-
-    FocusRing {
-        anchors.bottomMargin: 4
-        anchors.leftMargin: 5
-        anchors.rightMargin: 5
-        anchors.topMargin: 4
-        focused: ground.focused
-        radius: Theme.controlRadius - 2
-        reason: ground.focusReason
     }
 }

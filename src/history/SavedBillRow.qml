@@ -8,6 +8,8 @@ T.ItemDelegate {
     id: row
 
     required property string amount
+    // What the list's scroll bar takes at the row's end.
+    property real barRoom: 0
     readonly property bool chosen: row.index >= 0 && (row.view?.chosenRow ?? -1) === row.index
     required property string date
     property alias dateColumn: line.dateColumn
@@ -19,6 +21,8 @@ T.ItemDelegate {
     readonly property bool listScrolls: row.ListView.view?.dragging ?? false
     required property bool marked
     required property string ref
+    // As in the rows of other cards, within whose border the list stands.
+    readonly property real sidePadding: Theme.rowPadding - 1
     // Whether the day stands below the description.
     property bool stacked: false
     // Whether this row, or some row of the list, stands aside with its delete button uncovered.
@@ -73,8 +77,8 @@ T.ItemDelegate {
     focusPolicy: Qt.ClickFocus
     height: Theme.listRowHeight
     hoverEnabled: true
-    leftPadding: Theme.rowPadding - 1
-    rightPadding: Theme.rowPadding - 1
+    leftPadding: row.sidePadding + (Theme.rightToLeft ? row.barRoom : 0)
+    rightPadding: row.sidePadding + (Theme.rightToLeft ? 0 : row.barRoom)
     onClicked: row.click()
 
     Behavior on aside {
@@ -85,11 +89,14 @@ T.ItemDelegate {
         }
     }
     background: RowGround {
+        id: ground
+
+        barRoom: row.barRoom
         down: row.down
         focusReason: row.focusReason
         focused: row.activeFocus && row.aside === 0
         hovered: row.hovered
-        indent: row.leftPadding
+        indent: row.sidePadding
         raised: row.chosen || row.marked
         separated: !row.last
     }
@@ -118,11 +125,11 @@ T.ItemDelegate {
 
         active: row.aside > 0
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 4
+        anchors.bottomMargin: ground.gap
         anchors.right: parent.right
-        anchors.rightMargin: 5
+        anchors.rightMargin: ground.inset + row.barRoom
         anchors.top: parent.top
-        anchors.topMargin: 4
+        anchors.topMargin: ground.gap
         opacity: row.aside / row.deleteWidth
         source: "SwipedDelete.qml"
         width: row.deleteWidth - 2 * Theme.lineSpace

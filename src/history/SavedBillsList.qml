@@ -42,6 +42,8 @@ ListView {
             list.view.deleteByKey(list.currentIndex);
     }
     Keys.onPressed: event => {
+        // What only the pointer uncovers does not stay in the way of the keys.
+        list.swipedRow = -1;
         event.accepted = true;
         if (event.key === Qt.Key_F2)
             list.view.renameRow(list.currentIndex);
@@ -79,11 +81,14 @@ ListView {
     }
 
     T.ScrollBar.vertical: AppScrollBar {
+        id: bar
+
         parent: list
     }
     delegate: SavedBillRow {
         id: row
 
+        barRoom: bar.visible ? bar.width - 4 : 0
         dateColumn: list.dateColumn
         last: row.index === list.count - 1
         someSwiped: list.swipedRow >= 0
@@ -108,15 +113,5 @@ ListView {
             property: "opacity"
             to: 0
         }
-    }
-
-    Placeholder {
-        anchors.fill: parent
-        anchors.leftMargin: Theme.rowPadding
-        anchors.rightMargin: Theme.rowPadding
-        hint: qsTr("Bills that you save appear here.")
-        iconName: "list.bullet.rectangle.portrait"
-        text: qsTr("No saved bills yet")
-        visible: list.count === 0
     }
 }

@@ -121,7 +121,7 @@ void ScreensTest::anEmptyListIsNotCutOrCovered()
         m_shown.scaleText(scale);
         for (const int width : { 1100, 820, 500, 320 }) {
             m_shown.resize(width);
-            QVERIFY(shows(QCoreApplication::translate("SavedBillsList", "No saved bills yet")));
+            QVERIFY(shows(QCoreApplication::translate("ListPage", "No saved bills yet")));
             faults.append(faultsOf(m_shown.drawn(), {}));
         }
     }

@@ -169,6 +169,8 @@ class SavedBills(GermanTest):
         self.open()
 
         self.assert_german("SavedBillsList", "BulkBar")
+        self.vexilo.expect(Role.LABEL, "Noch keine gespeicherten Rechnungen")
+        self.vexilo.expect(Role.LABEL, "Rechnungen, die Sie speichern, erscheinen hier.")
         screen.resize(self.vexilo.window, *WIDE_WINDOW)
         self.assert_german("HistoryScreen")
 

@@ -152,6 +152,14 @@ TestCase {
         verify(find("Done").activeFocus);
     }
 
+    function test_anEmptyListSaysSoAndWhatToDo() {
+        opened(0);
+        compare(isShown("No saved bills yet"), true);
+        compare(isShown("Bills that you save appear here."), true);
+        World.addBill("first");
+        tryVerify(() => !isShown("No saved bills yet"));
+    }
+
     function test_theLastBillLeavesTheKeyboardToDone() {
         opened(1);
         keyClick(Qt.Key_Delete);

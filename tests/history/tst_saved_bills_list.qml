@@ -1,5 +1,6 @@
 import HistoryTest
 import QtQuick
+import QtQuick.Templates as T
 import QtTest
 import Vexilo.Controls
 import Vexilo.History
@@ -56,14 +57,6 @@ TestCase {
                 return item.children[i].item;
         }
         return null;
-    }
-
-    function placeholder() {
-        for (let i = 0; i < list.children.length; ++i) {
-            if (list.children[i].text === "No saved bills yet")
-                return list.children[i];
-        }
-        fail("no placeholder");
     }
 
     function swipe(item, distance) {
@@ -376,11 +369,29 @@ TestCase {
             tryCompare(row(i), "opacity", 1);
     }
 
-    function test_anEmptyListSaysSo() {
-        opened(0);
-        compare(placeholder().visible, true);
-        World.addBill("first");
-        tryCompare(placeholder(), "visible", false);
+    function test_aKeyCoversWhatThePointerUncovered_data() {
+        return [{ tag: "to the next row", key: Qt.Key_Down }, { tag: "to another control", key: Qt.Key_Tab }];
+    }
+
+    function test_aKeyCoversWhatThePointerUncovered(data) {
+        opened(2);
+        swipe(row(0), -row(0).deleteWidth);
+        compare(list.swipedRow, 0);
+        keyClick(data.key);
+        compare(list.swipedRow, -1);
+        tryCompare(row(0), "aside", 0);
+    }
+
+    function test_theBarOfALongListLiesBesideTheRows() {
+        opened(60);
+        const bar = list.T.ScrollBar.vertical;
+        tryCompare(bar, "visible", true);
+        const ground = row(0).background.children[0];
+        verify(ground.mapToItem(list, ground.width, 0).x <= list.width - bar.width + bar.leftPadding);
+        swipe(row(0), -row(0).deleteWidth);
+        tryCompare(row(0), "aside", row(0).deleteWidth);
+        const button = deleteButton(row(0));
+        verify(button.mapToItem(list, button.width, 0).x <= list.width - bar.width + bar.leftPadding);
     }
 
     // The ring would lie around the button as well, which the keyboard does not reach.

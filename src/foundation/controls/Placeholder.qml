@@ -6,6 +6,7 @@ Item {
     id: placeholder
 
     property string hint: ""
+    readonly property bool hinted: placeholder.hint !== ""
     required property string iconName
     required property string text
 
@@ -25,7 +26,7 @@ Item {
             height: 2.5 * Theme.rowHeight
             radius: height / 2
             // Where the room is small, it is the words'.
-            visible: placeholder.height > 2 * height + words.implicitHeight + help.implicitHeight
+            visible: placeholder.height > 2 * height + words.implicitHeight + (placeholder.hinted ? help.implicitHeight : 0)
             width: height
 
             Icon {
@@ -42,8 +43,8 @@ Item {
 
             Accessible.name: text
             Accessible.role: Accessible.StaticText
-            color: help.visible ? Theme.text : Theme.softText
-            font.bold: help.visible
+            color: placeholder.hinted ? Theme.text : Theme.softText
+            font.bold: placeholder.hinted
             horizontalAlignment: Text.AlignHCenter
             text: placeholder.text
             topPadding: Theme.lineSpace
@@ -60,7 +61,7 @@ Item {
             font.pixelSize: Theme.bodyFontSize
             horizontalAlignment: Text.AlignHCenter
             text: placeholder.hint
-            visible: placeholder.hint !== ""
+            visible: placeholder.hinted
             width: parent.width
             wrapMode: Text.Wrap
         }

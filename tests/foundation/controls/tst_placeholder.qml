@@ -36,6 +36,7 @@ TestCase {
         compare(text.Accessible.role, Accessible.StaticText);
         compare(hint.Accessible.name, "Bills that you save appear here.");
         compare(hint.Accessible.role, Accessible.StaticText);
+        compare(text.font.bold, true);
     }
 
     function test_withoutAHintThereIsNoRoomForOne() {
@@ -43,6 +44,7 @@ TestCase {
         const [circle, text, hint] = shown();
         compare(hint, undefined);
         tryVerify(() => placeholder.implicitHeight === circle.height + Theme.lineSpace + text.implicitHeight);
+        compare(text.font.bold, false);
     }
 
     function test_whereTheRoomIsSmallItIsTheWords() {
