@@ -22,35 +22,31 @@ QString iconFile(const QString& name)
 /// What an icon looks like but for its colour.
 struct Shape {
     QString name;
-    double width; // in points
-    double height;
-    double scale; // pixels for a point
+    int width; // in pixels
+    int height;
     bool mirrored;
 
-    [[nodiscard]] auto tied() const { return std::tie(name, width, height, scale, mirrored); }
+    [[nodiscard]] auto tied() const { return std::tie(name, width, height, mirrored); }
     friend bool operator<(const Shape& a, const Shape& b) { return a.tied() < b.tied(); }
 };
 
-/// Null where there is no such icon.
+/// Null where there is no such icon, or no pixel of it.
 QImage draw(const Shape& shape)
 {
     const QString file = iconFile(shape.name);
     if (shape.name.isEmpty() || !QFile::exists(file))
         return {};
-    QImage image(static_cast<int>(std::ceil(shape.width * shape.scale)),
-        static_cast<int>(std::ceil(shape.height * shape.scale)),
-        QImage::Format_ARGB32_Premultiplied);
+    QImage image(shape.width, shape.height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.scale(shape.scale, shape.scale);
     if (shape.mirrored) {
         painter.translate(shape.width, 0.0);
         painter.scale(-1.0, 1.0);
     }
     QSvgRenderer(file).render(&painter, QRectF(0.0, 0.0, shape.width, shape.height));
     painter.end();
-    image.setDevicePixelRatio(shape.scale);
-    return image;
+    // An image that was painted on keeps the engine that did it, which is larger than itself.
+    return image.copy();
 }
 
 /// Kept for good: there are no more than the sizes of the few icons.
@@ -60,6 +56,9 @@ const QImage& drawn(const Shape& shape)
     const auto found = all.find(shape);
     return found == all.end() ? all.emplace(shape, draw(shape)).first->second : found->second;
 }
+
+/// As many whole pixels as the scene graph has a picture of.
+int pixels(double points, double scale) { return static_cast<int>(std::round(points * scale)); }
 
 } // namespace
 
@@ -74,16 +73,19 @@ Icon::Icon(QQuickItem* parent)
 
 void Icon::prepare(const QString& name, double scale)
 {
-    (void)drawn({ name, naturalSize, naturalSize, scale, false });
+    const int size = pixels(naturalSize, scale);
+    (void)drawn({ name, size, size, false });
 }
 
 void Icon::paint(QPainter* painter)
 {
-    const QImage& shape
-        = drawn({ m_name, width(), height(), painter->deviceTransform().m11(), m_mirrored });
+    const QTransform& scale = painter->deviceTransform();
+    const QImage& shape = drawn(
+        { m_name, pixels(width(), scale.m11()), pixels(height(), scale.m22()), m_mirrored });
     if (shape.isNull())
         return;
-    painter->drawImage(QPointF(), shape);
+    const QRectF place(0.0, 0.0, width(), height());
+    painter->drawImage(place, shape);
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter->fillRect(QRectF(0.0, 0.0, width(), height()), m_color);
+    painter->fillRect(place, m_color);
 }

@@ -17,9 +17,9 @@ class Icon : public QQuickPaintedItem {
 public:
     explicit Icon(QQuickItem* parent = nullptr);
 
-    /// Draws an icon's shape ahead, in its natural size and so many pixels for a point: showing it
-    /// then takes no more than its colour. Neither this nor painting is for two threads at once;
-    /// the main thread waits while the scene graph's paints.
+    /// Draws an icon's shape ahead, not mirrored, in its natural size and so many pixels for a
+    /// point: showing it so then takes no more than its colour. Neither this nor painting is for
+    /// two threads at once; the main thread waits while the scene graph's paints.
     static void prepare(const QString& name, double scale);
 
     void paint(QPainter* painter) override;

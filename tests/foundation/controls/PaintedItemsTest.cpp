@@ -257,14 +257,26 @@ private Q_SLOTS:
         QVERIFY(blue != red);
     }
 
+    void anIconIsAsSharpAsItsDisplay_data()
+    {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<int>("pixels");
+        QTest::addRow("125 per cent") << 28.0 / 22.0 << 28; // as the scene graph rounds it
+        QTest::addRow("150 per cent") << 1.5 << 33;
+        QTest::addRow("200 per cent") << 2.0 << 44;
+        QTest::addRow("225 per cent") << 50.0 / 22.0 << 50;
+    }
+
     void anIconIsAsSharpAsItsDisplay()
     {
+        QFETCH(const double, scale);
+        QFETCH(const int, pixels);
         Icon icon;
         icon.setProperty("name", QStringLiteral("trash"));
         Icon::prepare(QStringLiteral("trash"), 1.0);
-        const QImage large = painted(icon, { 44, 44 });
+        const QImage large = painted(icon, QSizeF(pixels, pixels));
 
-        QImage fine = painted(icon, { 22, 22 }, 2.0);
+        QImage fine = painted(icon, { 22, 22 }, scale);
         fine.setDevicePixelRatio(1.0);
 
         QCOMPARE(fine, large);
