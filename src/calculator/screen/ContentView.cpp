@@ -149,16 +149,12 @@ void ContentView::fewerPeople()
 
 void ContentView::morePeople()
 {
-    SplitInputs inputs = SplitInputs::fromSettings(m_userSettings);
-    const bool canGrow = inputs.people < std::numeric_limits<qint64>::max();
+    const qint64 people = m_userSettings.people();
+    const bool canGrow = people < std::numeric_limits<qint64>::max();
     if (canGrow)
-        ++inputs.people;
-    // A count whose figures do not fit is not taken, but one that was stored so may still grow.
-    const bool taken = canGrow && (split(inputs) || !hasResults());
-    if (taken)
-        m_userSettings.setPeople(inputs.people);
+        m_userSettings.setPeople(people + 1);
     calculate();
-    if (!taken)
+    if (!canGrow)
         setPeopleNotice(tooLarge());
 }
 
@@ -225,6 +221,8 @@ void ContentView::setBillDescription(const QString& description)
 
 void ContentView::saveThis()
 {
+    m_billDescription.reset(m_billDescription.textOrDefault());
+    Q_EMIT billDescriptionChanged();
     const std::shared_ptr<Item> item = Item::make(m_viewContext);
     fill(*item);
     // What another program changed in the store meanwhile does not keep a new bill out of it.
@@ -240,7 +238,7 @@ void ContentView::saveThis()
 void ContentView::fill(Item& item) const
 {
     item.setTimestamp(QDateTime::currentDateTimeUtc());
-    item.setRef(m_billDescription.textOrDefault());
+    item.setRef(m_billDescription.text());
     item.setBill(m_userSettings.bill());
     item.setPeople(narrowed(m_userSettings.people()));
     item.setService(narrowed(m_userSettings.service()));

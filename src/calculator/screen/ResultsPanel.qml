@@ -16,7 +16,7 @@ GradientPanel {
 
     bottomColor: panel.view.linearColor2
     implicitHeight: column.implicitHeight + 2 * (Theme.lineSpace + 6)
-    outlineColor: panel.view.userSettings.highlightSums ? Theme.controlBorder : Theme.line
+    outlineColor: !panel.view.userSettings.highlightSums ? Theme.line : Theme.highContrast ? Theme.controlBorder : panel.view.linearColor2
     radius: 20
     topColor: panel.view.linearColor1
 

@@ -233,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(m_view->peopleText(), QStringLiteral("1000001"));
     }
 
-    void aCountWhoseFiguresDoNotFitIsNotTaken()
+    void aCountWhoseFiguresDoNotFitShowsZerosAndTheNotice()
     {
         // Each person adds a tip of half the range: one fits beside the bill, two do not.
         m_settings->setPeople(1);
@@ -244,12 +244,13 @@ private Q_SLOTS:
 
         m_view->morePeople();
 
-        QCOMPARE(m_settings->people(), 1);
-        QCOMPARE(m_view->resultsNotice(), QString());
-        QCOMPARE(m_view->peopleNotice(), QStringLiteral("Amount too large"));
+        QCOMPARE(m_settings->people(), 2);
+        QVERIFY(!m_view->hasResults());
+        QCOMPARE(m_view->resultsNotice(), QStringLiteral("Amount too large"));
 
-        m_view->billEdited(QStringLiteral("100"));
-        QCOMPARE(m_view->peopleNotice(), QString());
+        m_view->fewerPeople();
+        QVERIFY(m_view->hasResults());
+        QCOMPARE(m_view->resultsNotice(), QString());
     }
 
     void theGreatestCountDoesNotOverflow()
@@ -258,6 +259,10 @@ private Q_SLOTS:
         m_view->morePeople();
 
         QCOMPARE(m_settings->people(), std::numeric_limits<qint64>::max());
+        QCOMPARE(m_view->peopleNotice(), QStringLiteral("Amount too large"));
+
+        m_view->fewerPeople();
+        QCOMPARE(m_view->peopleNotice(), QString());
     }
 
     void aStoredCountBelowOneIsRaisedToOneBeforeTheFirstCalculation_data()
