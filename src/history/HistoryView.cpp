@@ -3,12 +3,21 @@
 #include "Calendar.h"
 #include "CoreDataManager.h"
 #include "CurrentLocale.h"
+#include "DateFormatter.h"
 #include "Diagnostics.h"
 #include "Formatting.h"
 
 namespace {
 
 constexpr int monthsKept = 6;
+
+/// Held for the screen's interface: no row or line uses it.
+[[maybe_unused]] const DateFormatter& itemFormatter()
+{
+    static DateFormatter formatter(dateLocale());
+    [[maybe_unused]] static const bool isStyled = (formatter.setShortDateAndMediumTime(), true);
+    return formatter;
+}
 
 } // namespace
 
@@ -164,7 +173,11 @@ void HistoryView::rename()
         return;
     m_billDescription.reset(m_billDescription.textOrDefault());
     Q_EMIT billDescriptionChanged();
-    m_detail->item()->setRef(m_billDescription.text());
+    // The field shows the line breaks of a record of another origin as blanks: a description that
+    // was not touched keeps them.
+    const bool isTouched = m_billDescription.text() != detailTitle();
+    if (isTouched || !m_detail->item()->ref())
+        m_detail->item()->setRef(m_billDescription.text());
     (void)m_viewContext.save();
 }
 

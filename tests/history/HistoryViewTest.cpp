@@ -522,6 +522,19 @@ private Q_SLOTS:
         QVERIFY(m_view->property("showRename").toBool());
     }
 
+    void aDescriptionOfSeveralLinesThatIsNotTouchedStaysAsItIs()
+    {
+        m_world->addBill(QStringLiteral("lunch\nand coffee"), pieDay());
+        open();
+        m_view->choose(0);
+        m_view->askForDescription();
+        QCOMPARE(m_view->billDescription(), QStringLiteral("lunch and coffee"));
+
+        m_view->rename();
+
+        QCOMPARE(m_world->storedRefs(), QStringList { QStringLiteral("lunch\nand coffee") });
+    }
+
     void renamingStoresTheDescription()
     {
         openWithBills("a b");

@@ -6,6 +6,7 @@
 #include <unicode/smpdtfmt.h>
 
 struct DateFormatter::Format {
+    icu::Locale locale;
     icu::SimpleDateFormat format;
 };
 
@@ -23,7 +24,8 @@ icu::SimpleDateFormat makeDateFormat(const std::string& locale)
 } // namespace
 
 DateFormatter::DateFormatter(const std::string& locale)
-    : m_format(std::make_unique<Format>(Format { makeDateFormat(locale) }))
+    : m_format(
+        std::make_unique<Format>(Format { icu::Locale(locale.c_str()), makeDateFormat(locale) }))
 {
 }
 
@@ -32,6 +34,15 @@ DateFormatter::~DateFormatter() = default;
 void DateFormatter::setPattern(const QString& pattern)
 {
     m_format->format.applyPattern(toIcu(pattern));
+}
+
+void DateFormatter::setShortDateAndMediumTime()
+{
+    const std::unique_ptr<icu::DateFormat> styled(icu::DateFormat::createDateTimeInstance(
+        icu::DateFormat::kShort, icu::DateFormat::kMedium, m_format->locale));
+    // It is one for every locale that ICU knows.
+    if (const auto* const format = dynamic_cast<const icu::SimpleDateFormat*>(styled.get()))
+        m_format->format = *format;
 }
 
 QString DateFormatter::string(const QDateTime& date) const

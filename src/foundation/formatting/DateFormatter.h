@@ -16,6 +16,8 @@ public:
     ~DateFormatter();
 
     void setPattern(const QString& pattern);
+    /// The locale's own short date with its own time to the second.
+    void setShortDateAndMediumTime();
 
     [[nodiscard]] QString string(const QDateTime& date) const;
 

@@ -24,9 +24,9 @@ void deleteZone()
 
 SettingsView::SettingsView(UserSettings& user, bool refreshInfo, SyncChoice sync, QObject* parent)
     : QObject(parent)
+    , m_refreshInfo(refreshInfo)
     , m_user(user)
     , m_sync(std::move(sync))
-    , m_refreshInfo(refreshInfo)
 {
     connect(&user, &UserSettings::showCurrencyChanged, this, &SettingsView::showCurrencyChanged);
     connect(&user, &UserSettings::highlightSumsChanged, this, &SettingsView::highlightSumsChanged);

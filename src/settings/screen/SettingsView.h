@@ -91,11 +91,11 @@ Q_SIGNALS:
     void refreshInfoChanged(bool refreshInfo);
 
 private:
-    UserSettings& m_user;
-    SyncChoice m_sync;
-    GlobalModel& m_global = GlobalModel::shared();
-    Utilities m_utilities;
     bool m_refreshInfo;
+    Utilities m_utilities;
+    UserSettings& m_user;
+    GlobalModel& m_global = GlobalModel::shared();
+    SyncChoice m_sync;
     double m_sGood = 0.0;
     double m_sExcellent = 0.0;
     bool m_iCloud = false;

@@ -29,6 +29,25 @@ private Q_SLOTS:
         QCOMPARE(formatter.string(m_date).replace(QChar(0x200c), QString()), text);
     }
 
+    void theLocalesOwnStylesAreWritten_data()
+    {
+        QTest::addColumn<QByteArray>("locale");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("en_US") << QByteArray("en_US") << QStringLiteral("11/5/23, 7:05:42 PM");
+        QTest::newRow("de_DE") << QByteArray("de_DE") << QStringLiteral("05.11.23, 19:05:42");
+    }
+
+    void theLocalesOwnStylesAreWritten()
+    {
+        QFETCH(const QByteArray, locale);
+        QFETCH(const QString, text);
+        DateFormatter formatter(locale.toStdString());
+        formatter.setShortDateAndMediumTime();
+
+        // Newer releases of ICU write a narrow blank before the half of the day.
+        QCOMPARE(formatter.string(m_date).replace(QChar(0x202f), QLatin1Char(' ')), text);
+    }
+
     void aDateIsReadBackAtItsMidnight()
     {
         DateFormatter formatter("en_US");
