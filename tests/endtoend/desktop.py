@@ -9,6 +9,7 @@ import os
 import pathlib
 import select
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -88,6 +89,19 @@ def stop(process):
     except subprocess.TimeoutExpired:
         process.kill()
         process.wait()
+
+
+def find_program():
+    """Makes the path of the program under test good for every folder; ends where there is none."""
+    program = os.environ.get("VEXILO_PROGRAM", "")
+    if not os.access(program, os.X_OK):
+        sys.exit(f"VEXILO_PROGRAM names no program: {program!r}")
+    os.environ["VEXILO_PROGRAM"] = os.path.abspath(program)
+
+
+def end_by_exception():
+    """Has this process end by an exception when it is told to, so that the desktop is taken down."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
 
 
 def run_inside(script, *arguments, size=SIZE):

@@ -4,7 +4,7 @@
     VEXILO_PROGRAM=build/release/bin/vexilo tests/endtoend/gallery.py FOLDER [LOOK...]
 
 Each look gets a folder of its own, with a picture for each stop of the tour. With --documents instead
-of looks, only the pictures that the documents show are taken.
+of looks, only those that docs/ keeps are taken.
 """
 
 import contextlib
@@ -34,17 +34,17 @@ INSIDE = "--inside"
 DOCUMENTS_ALONE = "--documents"
 NONE_SAVED = "Saved bills, none"
 DISPLAY = (2400, 2000)
-NO_PREFERENCE, DARK, LIGHT = range(3)  # colour schemes of the desktop
+DARK, LIGHT = 1, 2  # colour schemes of the desktop
 
 PREFERENCES = {"bill": "133.5", "people": "4", "tipFromEveryone": "true", "roundShare": "true",
                "firstRun": "false"}
-# What each saved bill is called, how long ago it was saved, and its share and total.
-BILLS = (("Dinner at Lena's", {"days": 1, "hours": 2}, 41.00, 164.00),
-         ("Lunch", {"days": 2, "hours": 9}, 18.90, 56.70),
-         ("Bill", {"days": 6, "hours": 10}, 12.25, 24.50),
-         ("العشاء", {"days": 8, "hours": 1}, 27.00, 81.00),
-         ("Team breakfast", {"days": 11, "hours": 13}, 9.80, 58.80),
-         ("Noodles", {"days": 12, "hours": 9}, 14.10, 28.20))
+# What each saved bill is called, how many days ago and when it was saved, and its share and total.
+BILLS = (("Dinner at Lena's", 1, datetime.time(21, 47), 41.00, 164.00),
+         ("Lunch", 2, datetime.time(13, 20), 18.90, 56.70),
+         ("Bill", 6, datetime.time(12, 40), 12.25, 24.50),
+         ("العشاء", 8, datetime.time(21, 15), 27.00, 81.00),
+         ("Team breakfast", 11, datetime.time(9, 30), 9.80, 58.80),
+         ("Noodles", 12, datetime.time(13, 5), 14.10, 28.20))
 # A bare display has no system font; the pictures show one that is made for screens.
 FONTS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
@@ -70,6 +70,7 @@ class Look(NamedTuple):
     display_scale: float = 1.0
     narrow: tuple = (540, 880)
     wide: tuple = (960, 880)
+    beside: bool = False  # whether a bill's page stands beside the list in the narrow window, too
     locale: dict = ENGLISH
     amount: str = "133.5"
 
@@ -80,16 +81,16 @@ LOOKS = {
     "high-contrast": Look(high_contrast=True),
     "high-contrast-dark": Look(DARK, high_contrast=True),
     "right-to-left": Look(locale=ARABIC, amount="١٣٣٫٥"),
-    "german": Look(locale=GERMAN, amount="133.5"),
+    "german": Look(locale=GERMAN, amount="133,5"),
     "200-per-cent": Look(DARK, display_scale=2, narrow=(1080, 1760), wide=(1920, 1760)),
     "large-text": Look(text_scale=2, narrow=(540, 1240), wide=(1600, 1240)),
     "small": Look(narrow=(500, 800), wide=(800, 800)),
     "small-german-dark": Look(DARK, narrow=(500, 800), wide=(800, 800), locale=GERMAN,
-                              amount="133.5"),
-    "wide": Look(narrow=(1100, 880), wide=(1300, 880)),
+                              amount="133,5"),
+    "wide": Look(narrow=(1100, 880), wide=(1300, 880), beside=True),
 }
 
-# Which look of which stop the documents show, and its name there.
+# What docs/ keeps: which stops of which look, and what their pictures are called there.
 DOCUMENTS = {
     "light": {"Calculator": "calculator-light", "Save": "save-dialog", "Settings": "settings-light",
               "Saved bills": "saved-bills-narrow", "Bill beside the list": "saved-bills-light",
@@ -119,36 +120,22 @@ def main(arguments):
     if arguments[:1] == [INSIDE]:
         take(pathlib.Path(arguments[1]), arguments[2:])
         return 0
-    if not arguments or not set(arguments[1:]) <= {*LOOKS, DOCUMENTS_ALONE}:
+    folder, *looks = arguments or ["-"]
+    if folder.startswith("-") or not (looks == [DOCUMENTS_ALONE] or set(looks) <= LOOKS.keys()):
         sys.exit(__doc__)
-    os.environ["VEXILO_PROGRAM"] = os.path.abspath(os.environ["VEXILO_PROGRAM"])
-    folder = pathlib.Path(arguments[0]).resolve()
-    return desktop.run_inside(__file__, INSIDE, folder, *arguments[1:], size=DISPLAY)
+    desktop.find_program()
+    folder = pathlib.Path(folder).resolve()
+    folder.mkdir(parents=True, exist_ok=True)
+    return desktop.run_inside(__file__, INSIDE, folder, *looks, size=DISPLAY)
 
 
 def take(folder, looks):
     if looks == [DOCUMENTS_ALONE]:
-        for look, stops in DOCUMENTS.items():
-            Photographer(LOOKS[look]).visit(
-                {stop: folder / f"{name}.png" for stop, name in stops.items()})
+        for look, names in DOCUMENTS.items():
+            Photographer(LOOKS[look]).visit(names, folder)
         return
     for look in looks or LOOKS:
-        (folder / look).mkdir(parents=True, exist_ok=True)
-        Photographer(LOOKS[look]).visit(EveryStop(folder / look))
-
-
-class EveryStop(dict):
-    """Every stop with the file of its picture, in one folder."""
-
-    def __init__(self, folder):
-        super().__init__()
-        self._folder = folder
-
-    def __contains__(self, stop):
-        return True
-
-    def __missing__(self, stop):
-        return self._folder / f"{stop.lower().replace(', ', '-').replace(' ', '-')}.png"
+        Photographer(LOOKS[look]).visit(None, folder / look)
 
 
 class Photographer:
@@ -158,8 +145,9 @@ class Photographer:
         self._look = look
         self._vexilo = None
 
-    def visit(self, files):
-        """Takes the pictures of the stops that have a file there."""
+    def visit(self, names, folder):
+        """Takes pictures into a folder: of the stops that are named, or of all under their titles."""
+        folder.mkdir(exist_ok=True)
         with contextlib.ExitStack() as cleanup:
             home = Home()
             cleanup.callback(home.remove)
@@ -170,17 +158,17 @@ class Photographer:
             cleanup.enter_context(KdeConnect("Lena's phone"))
             screen.move_pointer(*DISPLAY)  # where nothing lies under it
             with self._running(home) as tour:
-                self._picture(tour, NONE_SAVED, files)
+                self._picture(tour, NONE_SAVED, names, folder)
                 save_first_bill(tour)
             fill(BillStore(home))
             with self._running(home) as tour:
                 for stop in tour.stops():
                     if stop != NONE_SAVED:
-                        self._picture(tour, stop, files)
+                        self._picture(tour, stop, names, folder)
 
     def _wishes(self):
-        return {COLOR_SCHEME: self._look.scheme, HIGH_CONTRAST: self._look.high_contrast,
-                TEXT_SCALE: self._look.text_scale}
+        return ((COLOR_SCHEME, self._look.scheme), (HIGH_CONTRAST, self._look.high_contrast),
+                (TEXT_SCALE, self._look.text_scale))
 
     @contextlib.contextmanager
     def _running(self, home):
@@ -189,20 +177,25 @@ class Photographer:
         self._vexilo = Vexilo(home, locale=self._look.locale, environment=environment)
         try:
             tour = Tour(self._vexilo, self._look.narrow, self._look.wide, self._look.amount,
-                        phones=1)
+                        phones=1, beside=self._look.beside)
             tour.resize(self._look.narrow)
             yield tour
         finally:
             self._vexilo.stop()
 
-    def _picture(self, tour, stop, files):
-        if stop not in files:
+    def _picture(self, tour, stop, names, folder):
+        name = names.get(stop) if names else file_name(stop)
+        if not name:
             return
         tour.stops()[stop]()
-        picture_at_rest(self._vexilo)
-        subprocess.run(["import", "-silent", "-window", self._vexilo.window, files[stop]],
-                       check=True)
+        width, height = screen.size_of(self._vexilo.window)
+        subprocess.run(["convert", "-size", f"{width}x{height}", "-depth", "8", "rgb:-",
+                        folder / f"{name}.png"], input=picture_at_rest(self._vexilo), check=True)
         tour.return_to_calculator()
+
+
+def file_name(stop):
+    return stop.lower().replace(", ", "-").replace(" ", "-")
 
 
 def save_first_bill(tour):
@@ -214,13 +207,15 @@ def save_first_bill(tour):
 
 def fill(store):
     """Leaves all of the bills in a store that has the first one."""
-    now = datetime.datetime.now()
-    saved = {name: now - datetime.timedelta(**ago) for name, ago, _share, _total in BILLS}
+    today = datetime.date.today()
+    saved = {name: datetime.datetime.combine(today - datetime.timedelta(days=days), time)
+             for name, days, time, _share, _total in BILLS}
     store.add_copies(dict(list(saved.items())[1:]))
     store.date(BILLS[0][0], saved[BILLS[0][0]])
-    for name, _ago, share, total in BILLS:
+    for name, _days, _time, share, total in BILLS:
         store.set_sums(name, share, total)
 
 
 if __name__ == "__main__":
+    desktop.end_by_exception()
     sys.exit(main(sys.argv[1:]))

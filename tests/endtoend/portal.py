@@ -144,15 +144,8 @@ class SettingsPortal(Portal):
                              GLib.Variant("(ssv)", change))
 
 
-NO_MOTION = {ANIMATIONS: False}
-
-
-class StillDesktop(Portal):
+class StillDesktop(SettingsPortal):
     """A desktop that asks for no motion, so that what shows stands where it stays."""
 
     def __init__(self):
-        super().__init__(SETTINGS)
-
-    def answer(self, _sender, arguments, invocation):
-        (spaces,) = arguments
-        invocation.return_value(told_wishes(NO_MOTION, spaces))
+        super().__init__(0, (ANIMATIONS, False))

@@ -6,24 +6,21 @@
 Without a module all are run. The exit code is 0 only if at least one test ran and none failed.
 """
 
-import os
 import pathlib
-import signal
 import sys
 import unittest
 
 # The sources of the tests may stand in a folder that others only read.
 sys.dont_write_bytecode = True
 
+import desktop
+
 INSIDE = "--inside"
 FOLDER = pathlib.Path(__file__).resolve().parent
 
 
 def main(arguments):
-    program = os.environ.get("VEXILO_PROGRAM", "")
-    if not os.access(program, os.X_OK):
-        sys.exit(f"VEXILO_PROGRAM names no program: {program!r}")
-    os.environ["VEXILO_PROGRAM"] = os.path.abspath(program)
+    desktop.find_program()
     if arguments[:1] == [INSIDE]:
         return run_tests(arguments[1])
     modules = arguments or sorted(path.stem for path in FOLDER.glob("test_*.py"))
@@ -35,8 +32,6 @@ def main(arguments):
 
 def run_module(module):
     """Runs a module in a new process, inside a desktop of its own."""
-    import desktop
-
     return desktop.run_inside(__file__, INSIDE, module)
 
 
@@ -50,6 +45,5 @@ def run_tests(module):
 
 
 if __name__ == "__main__":
-    # As an exception, so that the desktop is taken down.
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    desktop.end_by_exception()
     sys.exit(main(sys.argv[1:]))

@@ -6,7 +6,8 @@ from typing import NamedTuple
 from gi.repository import Gio, GLib
 
 import waiting
-from portal import DONE, EMAIL, NO_MOTION, SETTINGS, VERSION, Portal, request_path, told_wishes
+from portal import (ANIMATIONS, DONE, EMAIL, SETTINGS, VERSION, Portal, request_path,
+                    told_wishes)
 
 FILE_CHOOSER = f"""
 <node>
@@ -59,13 +60,14 @@ class SharePortal(Portal):
     """A desktop that writes e-mails, asks for files and prints, and wishes no motion.
 
     `responses` says by the method how a request ends, DONE by itself, and `results` with what. One
-    that is OPEN does not end. `wishes` are what else the desktop wishes, with the values.
+    that is OPEN does not end. `wishes` are pairs of what else the
+    desktop wishes, with the value.
     """
 
     def __init__(self, *nodes, responses=None, results=None, wishes=()):
         super().__init__(SETTINGS, *nodes)
         self.calls = []
-        self._wishes = NO_MOTION | dict(wishes)
+        self._wishes = {ANIMATIONS: False} | dict(wishes)
         self._responses = responses or {}
         self._results = results or {}
 

@@ -13,7 +13,7 @@ SETTINGS, CLEAR, COPY, SHARE, HISTORY, SAVE = range(6)  # the buttons of the too
 EDIT, DONE, COLUMN, DELETE_OLD, DELETE_ALL = range(5)  # those of the list of saved bills
 BACK, RENAME, USE = range(3)  # those of a bill's page that covers the list
 OK_BUTTON = 1  # of the dialog that asks for a description
-CANCEL, COPY_TEXT, COPY_SHARE, CODE, EMAIL, SAVE_FILE, PRINT = range(7)  # those of the share sheet, without phones
+CANCEL, COPY_TEXT, COPY_SHARE, CODE, EMAIL, SAVE_FILE, PRINT = range(7)  # those of the share sheet
 PAGE_BUTTONS, BOTH_BUTTONS = 3, 7  # a page's, and those of the list with a page beside it
 NARROW, WIDE = (540, 880), (1000, 880)
 
@@ -22,16 +22,17 @@ class Tour:
     """Leads through one running program. Every screen is opened from the calculator.
 
     `narrow` and `wide` are sizes of the window in pixels, without and with room for a bill beside
-    the list. `amount` is what stands in the bill field wherever it is not the matter, and `phones`
-    how many phones a text can be sent to.
+    the list; `beside` says that there is room in both. `amount` is what stands in the bill field
+    wherever it is not the matter, and `phones` how many phones a text can be sent to.
     """
 
-    def __init__(self, vexilo, narrow=NARROW, wide=WIDE, amount="100", phones=0):
+    def __init__(self, vexilo, narrow=NARROW, wide=WIDE, amount="100", phones=0, beside=False):
         self._vexilo = vexilo
         self._narrow = narrow
         self._wide = wide
         self._amount = amount
         self._phones = phones
+        self._page_buttons = BOTH_BUTTONS if beside else PAGE_BUTTONS
 
     def stops(self):
         """The titles of the screens and what opens each, in an order in which all can be seen."""
@@ -156,18 +157,20 @@ class Tour:
         self.open_list()
         row = self.find(Role.LIST_ITEM)
         scale = self._display_scale()
-        x, y = (scale * place for place in tree.centre_of(row))
+        x, y = (round(scale * place) for place in tree.centre_of(row))
+        stride = round(scale * tree.extents_of(row).width / 30)
+        if not self._is_mirrored():
+            stride = -stride
         screen.press_pointer(x, y)
-        stride = scale * tree.extents_of(row).width // 30
         for step in range(1, 11):
-            screen.move_pointer(x + step * (stride if self._is_mirrored() else -stride), y)
+            screen.move_pointer(x + step * stride, y)
         screen.release_pointer()
         self._vexilo.until(lambda: tree.find(row, Role.PUSH_BUTTON), "the button is uncovered")
         screen.move_pointer(0, 0)
 
     def _display_scale(self):
         """How many pixels of the screen a point of the accessible tree has."""
-        return screen.size_of(self._vexilo.window)[0] // tree.extents_of(self._vexilo.frame).width
+        return screen.size_of(self._vexilo.window)[0] / tree.extents_of(self._vexilo.frame).width
 
     def _is_mirrored(self):
         edit, done = (tree.centre_of(self.buttons()[place]) for place in (EDIT, DONE))
@@ -181,13 +184,12 @@ class Tour:
     def open_page(self):
         self.open_list()
         tree.press(self.find(Role.LIST_ITEM))
-        self._vexilo.until(lambda: len(self.buttons()) in (PAGE_BUTTONS, BOTH_BUTTONS),
-                           "the page shows")
+        self.expect_buttons(self._page_buttons)
 
     def ask_on_page(self, place):
         self.open_page()
         # Beside the list it has no way back, and comes after the list's own buttons.
-        self.press(place - PAGE_BUTTONS + len(self.buttons()))
+        self.press(place + self._page_buttons - PAGE_BUTTONS)
         self.expect_layers(2)
 
     def open_wide_list(self):

@@ -103,13 +103,13 @@ def actions_of(node):
 
 
 def centre_of(node):
-    """Where the node is drawn on the screen, in pixels: the middle of its rectangle."""
+    """Where the node is drawn on the screen, in points: the middle of its rectangle."""
     box = extents_of(node)
     return box.x + box.width // 2, box.y + box.height // 2
 
 
 def extents_of(node):
-    """The rectangle in which the node is drawn on the screen, in pixels."""
+    """The rectangle in which the node is drawn on the screen, in points: pixels at scale 1."""
     return Atspi.Component.get_extents(node, Atspi.CoordType.SCREEN)
 
 
