@@ -115,6 +115,23 @@ private Q_SLOTS:
         QCOMPARE(windows.first()->minimumSize(), QSize(500, 800));
     }
 
+    void theKeyboardIsInTheBillFieldWhereTheStateSaysSo()
+    {
+        auto* const window
+            = qobject_cast<QQuickWindow*>(QGuiApplication::topLevelWindows().first());
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        auto* const view = window->property("contentView").value<QObject*>();
+        QTRY_VERIFY(view->property("isTextFieldFocused").toBool());
+        const QQuickItem* const field = window->activeFocusItem();
+        QCOMPARE(field->property("name").toString(), QStringLiteral("Bill to Split"));
+
+        QVERIFY(view->setProperty("isTextFieldFocused", false));
+        QTRY_VERIFY(window->activeFocusItem() != field);
+
+        QVERIFY(view->setProperty("isTextFieldFocused", true));
+        QTRY_COMPARE(window->activeFocusItem(), field);
+    }
+
     void theFontsOfTheFirstViewAreThoseThatAreLoadedBeforeIt()
     {
         const auto* const window

@@ -55,6 +55,27 @@ class BillField(EndToEndTest):
 
         vexilo.expect_bill_text("12.50")
 
+    def test_a_sheet_that_is_opened_behind_another_window_leaves_the_field(self):
+        vexilo = self.launch_with_hundred()
+        bystander = Bystander(self)
+        screen.activate(vexilo.window)
+        vexilo.expect_active()
+        vexilo.type_bill("12.")
+        bystander.take_keyboard()
+        vexilo.expect_active(False)
+
+        vexilo.press_button("History")
+        vexilo.expect(Role.DIALOG)
+        screen.activate(vexilo.window)
+        vexilo.expect_active()
+
+        vexilo.expect_bill_text("12")
+        screen.press_keys("Escape")
+        vexilo.expect_none(Role.DIALOG)
+        vexilo.expect_focus(Role.TEXT, "Bill to Split")
+        screen.type_text("7")
+        vexilo.expect_bill_text("7")
+
     def test_leaving_the_field_shows_the_stored_bill_again(self):
         vexilo = self.launch_with_hundred()
         vexilo.type_bill("abc")

@@ -22,8 +22,12 @@ FocusScope {
         }
 
         function onIsTextFieldFocusedChanged() {
+            if (row.view.isTextFieldFocused === field.entered)
+                return;
             if (row.view.isTextFieldFocused)
                 field.forceActiveFocus(Qt.OtherFocusReason);
+            else
+                field.focus = false;
         }
 
         target: row.view

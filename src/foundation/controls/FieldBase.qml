@@ -40,6 +40,8 @@ T.TextField {
         entered = activeFocus || (entered && !Window.active);
     }
     onSelectedTextChanged: selectedByEntering = false
+    // Assistive software may have moved the keyboard elsewhere meanwhile.
+    Window.onActiveChanged: if (Window.active) entered = activeFocus
 
     // A steady cursor: one that blinks would redraw the window all day long.
     cursorDelegate: Rectangle {
