@@ -22,8 +22,8 @@ GridLayout {
         id: columnButton
 
         accessibleName: symbol.text + " " + word.text
-        leftPadding: Theme.lineSpace
-        rightPadding: Theme.lineSpace
+        leftPadding: Theme.buttonPadding
+        rightPadding: Theme.buttonPadding
         onClicked: bar.view.toggleColumn()
 
         contentItem: Row {

@@ -14,8 +14,14 @@ constexpr int monthsKept = 6;
 /// Held for the screen's interface: no row or line uses it.
 [[maybe_unused]] const DateFormatter& itemFormatter()
 {
-    static DateFormatter formatter(dateLocale());
-    [[maybe_unused]] static const bool isStyled = (formatter.setShortDateAndMediumTime(), true);
+    struct Styled : DateFormatter {
+        Styled()
+            : DateFormatter(dateLocale())
+        {
+            setShortDateAndMediumTime();
+        }
+    };
+    static const Styled formatter;
     return formatter;
 }
 
@@ -161,7 +167,8 @@ void HistoryView::askForDescription()
 {
     if (!m_detail)
         return;
-    m_billDescription.reset(detailTitle());
+    m_offeredDescription = detailTitle();
+    m_billDescription.reset(m_offeredDescription);
     Q_EMIT billDescriptionChanged();
     setShowRename(true);
 }
@@ -175,7 +182,7 @@ void HistoryView::rename()
     Q_EMIT billDescriptionChanged();
     // The field shows the line breaks of a record of another origin as blanks: a description that
     // was not touched keeps them.
-    const bool isTouched = m_billDescription.text() != detailTitle();
+    const bool isTouched = m_billDescription.text() != m_offeredDescription;
     if (isTouched || !m_detail->item()->ref())
         m_detail->item()->setRef(m_billDescription.text());
     (void)m_viewContext.save();

@@ -144,6 +144,7 @@ private:
     bool m_showRename = false;
     bool m_closesAfterRename = false;
     DescriptionBuffer m_billDescription;
+    QString m_offeredDescription; // that the dialog was opened with
     SavedBills m_items;
     QPersistentModelIndex m_chosen;
     std::unique_ptr<DetailView> m_detail;

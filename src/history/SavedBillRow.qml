@@ -49,8 +49,10 @@ T.ItemDelegate {
     }
 
     function pressByKey(event: KeyEvent) {
-        if (!event.isAutoRepeat)
-            row.view.pressRow(row.index);
+        if (event.isAutoRepeat)
+            return;
+        row.swipedAside(false);
+        row.view.pressRow(row.index);
     }
 
     Accessible.checkable: row.isEditing

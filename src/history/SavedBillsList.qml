@@ -10,12 +10,14 @@ import Vexilo.History
 ListView {
     id: list
 
+    // What rows leave to the scroll bar, beside what they keep free by themselves.
+    readonly property real barRoom: bar.visible ? bar.width - 4 : 0
     // The widest date seen so far, in points.
     property real dateColumn: 0
     // The size of text that it was seen in.
     property real dateSize: 0
     // Whether the rows have two lines, for want of room in one.
-    readonly property bool stacked: list.width < 21 * Theme.fontSize1
+    readonly property bool stacked: list.width - list.barRoom < 21 * Theme.fontSize1
     // The row that was swiped aside; -1 while there is none.
     property int swipedRow: -1
     required property HistoryView view
@@ -88,7 +90,7 @@ ListView {
     delegate: SavedBillRow {
         id: row
 
-        barRoom: bar.visible ? bar.width - 4 : 0
+        barRoom: list.barRoom
         dateColumn: list.dateColumn
         last: row.index === list.count - 1
         someSwiped: list.swipedRow >= 0

@@ -38,7 +38,8 @@ private Q_SLOTS:
     void init();
     void nothingIsCutOrCovered_data();
     void nothingIsCutOrCovered();
-    void anEmptyListIsNotCutOrCovered();
+    void aListOfAnyLengthIsNotCutOrCovered_data();
+    void aListOfAnyLengthIsNotCutOrCovered();
     void everythingIsMirroredForWhoReadsFromRightToLeft();
     void theTextsAreThoseOfTheCatalogue();
     void everyCountOfPeopleStaysInItsRow_data();
@@ -99,30 +100,48 @@ void ScreensTest::nothingIsCutOrCovered()
     expectNone(faults);
 }
 
-void ScreensTest::anEmptyListIsNotCutOrCovered()
+void ScreensTest::aListOfAnyLengthIsNotCutOrCovered_data()
 {
+    QTest::addColumn<int>("bills");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addRow("empty") << 0 << Qt::LeftToRight;
+    QTest::addRow("with a scroll bar") << 20 << Qt::LeftToRight;
+    QTest::addRow("with a scroll bar, from right to left") << 20 << Qt::RightToLeft;
+}
+
+void ScreensTest::aListOfAnyLengthIsNotCutOrCovered()
+{
+    QFETCH(const int, bills);
+    QFETCH(const Qt::LayoutDirection, direction);
     const auto shows = [this](const QString& text) {
         return std::ranges::any_of(
             m_shown.drawn(), [&text](const Drawn& one) { return one.text == text; });
     };
-    m_shown.start(Qt::LeftToRight);
+    m_shown.start(direction);
     m_shown.openList();
     QTRY_VERIFY(shows(longDescription()));
     m_shown.app().historyView()->deleteAllBills();
     const auto back = qScopeGuard([this] {
+        m_shown.app().historyView()->deleteAllBills();
         m_shown.scaleText(1.0);
         m_shown.close();
         m_shown.addBills();
     });
-    QTRY_VERIFY(!shows(longDescription()));
+    const QString none = QCoreApplication::translate("ListPage", "No saved bills yet");
+    QTRY_VERIFY(shows(none));
+    for (int i = 0; i < bills; i += 2)
+        m_shown.addBills();
+    QTRY_COMPARE(shows(none), bills == 0);
 
     QStringList faults;
-    for (const double scale : { 1.0, 1.5, 2.0 }) {
-        m_shown.scaleText(scale);
-        for (const int width : { 1100, 820, 500, 320 }) {
-            m_shown.resize(width);
-            QVERIFY(shows(QCoreApplication::translate("ListPage", "No saved bills yet")));
-            faults.append(faultsOf(m_shown.drawn(), {}));
+    for (const bool isEditing : { false, true }) {
+        m_shown.app().historyView()->setIsEditing(isEditing);
+        for (const double scale : { 1.0, 1.5, 2.0 }) {
+            m_shown.scaleText(scale);
+            for (const int width : { 1100, 820, 500, 320 }) {
+                m_shown.resize(width);
+                faults.append(faultsOf(m_shown.drawn(), { longDescription() }));
+            }
         }
     }
     expectNone(faults);

@@ -370,7 +370,7 @@ TestCase {
     }
 
     function test_aKeyCoversWhatThePointerUncovered_data() {
-        return [{ tag: "to the next row", key: Qt.Key_Down }, { tag: "to another control", key: Qt.Key_Tab }];
+        return [{ tag: "to the next row", key: Qt.Key_Down }, { tag: "to another control", key: Qt.Key_Tab }, { tag: "into the row", key: Qt.Key_Return }];
     }
 
     function test_aKeyCoversWhatThePointerUncovered(data) {

@@ -34,7 +34,7 @@ struct Shape {
 QImage draw(const Shape& shape)
 {
     const QString file = iconFile(shape.name);
-    if (shape.name.isEmpty() || !QFile::exists(file))
+    if (shape.width < 1 || shape.height < 1 || shape.name.isEmpty() || !QFile::exists(file))
         return {};
     QImage image(shape.width, shape.height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);

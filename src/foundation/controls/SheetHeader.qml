@@ -9,8 +9,8 @@ Item {
 
     default property alias buttons: buttonRow.data
     // How far the buttons reach beyond the header's end, so that the text of the last one, not its
-    // edge, stands above the end of what follows. Below each other they are of one width, which is
-    // the seen one of a button with a ground.
+    // edge, stands above the end of what follows. Below each other they end where the header does:
+    // one may have a ground, which is seen, too.
     readonly property real overhang: buttonRow.isColumn ? 0 : Theme.buttonPadding
     // What a title gets at the least before the buttons move: one that may be cut still tells something.
     readonly property real roomForTitle: header.titleIsWhole ? header.titleWidth : Math.min(header.titleWidth, 4 * header.titleSize)
@@ -67,6 +67,8 @@ Item {
         anchors.verticalCenterOffset: header.stacked ? (titleText.height + height) / 2 : 0
         columnSpacing: 0
         columns: buttonRow.isColumn ? 1 : -1
+        // Buttons of different widths end at the same place.
+        layoutDirection: buttonRow.isColumn ? Qt.RightToLeft : Qt.LeftToRight
         rowSpacing: 0
         width: Math.min(implicitWidth, header.width + header.overhang)
     }

@@ -54,7 +54,7 @@ class Theme : public QObject {
     Q_PROPERTY(double smallFontSize READ textSmallFontSize NOTIFY changed)
     /// Of an icon beside a text.
     Q_PROPERTY(double iconSize READ iconSize NOTIFY changed)
-    /// Beside the text of a button that is drawn without a ground, or with one of its own.
+    /// Beside what a push button shows, but for one of a dialog.
     Q_PROPERTY(double buttonPadding MEMBER m_buttonPadding CONSTANT)
     Q_PROPERTY(double lineSpace MEMBER m_lineSpace CONSTANT)
     Q_PROPERTY(double rowHeight MEMBER m_rowHeight CONSTANT)
