@@ -60,8 +60,7 @@ class SharePortal(Portal):
     """A desktop that writes e-mails, asks for files and prints, and wishes no motion.
 
     `responses` says by the method how a request ends, DONE by itself, and `results` with what. One
-    that is OPEN does not end. `wishes` are pairs of what else the
-    desktop wishes, with the value.
+    that is OPEN does not end. `wishes` are pairs of what else the desktop wishes, with the value.
     """
 
     def __init__(self, *nodes, responses=None, results=None, wishes=()):
