@@ -12,6 +12,7 @@
 #include "TerminationSignals.h"
 #include "UserDefaults.h"
 #include "VexiloApp.h"
+#include "ViewModules.h"
 #include "WindowActivation.h"
 #include "WindowIcon.h"
 #include "WindowLoader.h"
@@ -19,7 +20,6 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
 
 #include <cstdlib>
 #include <functional>
@@ -27,13 +27,6 @@
 #include <vector>
 
 #include <malloc.h>
-
-Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_SharePlugin)
 
 namespace {
 

@@ -82,15 +82,6 @@ void add(const QQuickItem& item, std::vector<Drawn>& drawn)
             .item = &item });
 }
 
-void collect(const QQuickItem& item, std::vector<Drawn>& drawn)
-{
-    if (!isSeen(item))
-        return;
-    add(item, drawn);
-    for (const QQuickItem* const child : item.childItems())
-        collect(*child, drawn);
-}
-
 /// What is left of a place after all that scrolls or clips around the item.
 QRectF inSight(const Drawn& one)
 {
@@ -153,10 +144,28 @@ bool overlap(const Drawn& one, const Drawn& other)
 
 } // namespace
 
+QList<const QQuickItem*> shownIn(const QQuickItem& root)
+{
+    if (!isSeen(root))
+        return {};
+    QList<const QQuickItem*> items { &root };
+    for (const QQuickItem* const child : root.childItems())
+        items.append(shownIn(*child));
+    return items;
+}
+
+bool showsText(const QQuickItem& item)
+{
+    const bool isText = item.inherits("QQuickText") || item.inherits("QQuickTextInput")
+        || item.inherits("FigureText");
+    return isText && !item.property("text").toString().isEmpty();
+}
+
 std::vector<Drawn> drawnIn(const QQuickItem& root)
 {
     std::vector<Drawn> drawn;
-    collect(root, drawn);
+    for (const QQuickItem* const item : shownIn(root))
+        add(*item, drawn);
     std::erase_if(
         drawn, [](const Drawn& one) { return !one.place.isEmpty() && inSight(one).isEmpty(); });
     return drawn;

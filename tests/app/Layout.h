@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QQuickItem>
 #include <QRectF>
 #include <QString>
@@ -18,6 +19,12 @@ struct Drawn {
     double size = 1.0; ///< how large it is drawn, beside what was asked for
     const QQuickItem* item = nullptr;
 };
+
+/// An item and all below it that is seen, in their order.
+[[nodiscard]] QList<const QQuickItem*> shownIn(const QQuickItem& root);
+
+/// Whether an item shows words or figures: a text, an amount or a field that is not empty.
+[[nodiscard]] bool showsText(const QQuickItem& item);
 
 /// All that is drawn of an item and below it, but for what is scrolled out of sight, in the order
 /// of the items.

@@ -6,19 +6,12 @@
 #include "Item.h"
 #include "UserSettings.h"
 #include "VexiloApp.h"
+#include "ViewModules.h"
 #include "WindowLoader.h"
 
 #include <QGuiApplication>
 #include <QTest>
-#include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest/quicktest.h>
-
-Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_SharePlugin)
 
 namespace {
 

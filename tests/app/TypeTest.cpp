@@ -28,27 +28,15 @@ bool operator==(const Set& a, const Set& b)
     return a.text == b.text && a.size == b.size && a.bold == b.bold && a.italic == b.italic;
 }
 
-QList<const QQuickItem*> visibleIn(const QQuickItem& item)
-{
-    if (!item.isVisible())
-        return {};
-    QList<const QQuickItem*> items { &item };
-    for (const QQuickItem* const child : item.childItems())
-        items.append(visibleIn(*child));
-    return items;
-}
-
 /// The texts below the item, in the order of the items.
 QList<Set> textsIn(const QQuickItem& root)
 {
     QList<Set> texts;
-    for (const QQuickItem* const item : visibleIn(root)) {
-        const QString text = item->property("text").toString();
-        const bool isDrawn = item->inherits("QQuickText") || item->inherits("QQuickTextInput")
-            || item->inherits("FigureText");
+    for (const QQuickItem* const item : shownIn(root)) {
         const auto font = item->property("font").value<QFont>();
-        if (isDrawn && !text.isEmpty())
-            texts.append({ text, font.pixelSize(), font.bold(), font.italic() });
+        if (showsText(*item))
+            texts.append({ item->property("text").toString(), font.pixelSize(), font.bold(),
+                font.italic() });
     }
     return texts;
 }
@@ -56,7 +44,7 @@ QList<Set> textsIn(const QQuickItem& root)
 QStringList iconsIn(const QQuickItem& root)
 {
     QStringList names;
-    for (const QQuickItem* const item : visibleIn(root)) {
+    for (const QQuickItem* const item : shownIn(root)) {
         if (item->inherits("Icon"))
             names.append(item->property("name").toString());
     }
@@ -168,7 +156,7 @@ private Q_SLOTS:
                                        .at(theme);
             double markY = 0.0;
             double textY = -1.0;
-            for (const QQuickItem* const item : visibleIn(m_shown.top())) {
+            for (const QQuickItem* const item : shownIn(m_shown.top())) {
                 const double middle = item->mapToScene({ 0.0, item->height() / 2.0 }).y();
                 if (item->property("name") == QLatin1String("checkmark"))
                     markY = middle;

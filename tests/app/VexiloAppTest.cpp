@@ -2,7 +2,9 @@
 #include "Appearance.h"
 #include "FirstView.h"
 #include "Icon.h"
+#include "Layout.h"
 #include "UserSettings.h"
+#include "ViewModules.h"
 #include "WindowLoader.h"
 
 #include <QGuiApplication>
@@ -11,16 +13,9 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtQml/qqmlextensionplugin.h>
 
 #include <algorithm>
 #include <vector>
-
-Q_IMPORT_QML_PLUGIN(Vexilo_AppPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_CalculatorPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_ControlsPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_HistoryPlugin)
-Q_IMPORT_QML_PLUGIN(Vexilo_SettingsPlugin)
 
 namespace {
 
@@ -28,14 +23,10 @@ namespace {
 QList<QFont> shownFonts(const QQuickItem& item)
 {
     QList<QFont> fonts;
-    if (!item.isVisible())
-        return fonts;
-    const bool isText = item.inherits("QQuickText") || item.inherits("QQuickTextInput")
-        || item.inherits("FigureText");
-    if (isText && !item.property("text").toString().isEmpty())
-        fonts.append(item.property("font").value<QFont>());
-    for (const QQuickItem* const child : item.childItems())
-        fonts.append(shownFonts(*child));
+    for (const QQuickItem* const shown : shownIn(item)) {
+        if (showsText(*shown))
+            fonts.append(shown->property("font").value<QFont>());
+    }
     return fonts;
 }
 
@@ -43,12 +34,10 @@ QList<QFont> shownFonts(const QQuickItem& item)
 QStringList shownIcons(const QQuickItem& item)
 {
     QStringList names;
-    if (!item.isVisible())
-        return names;
-    if (qobject_cast<const Icon*>(&item) && item.size() == QSizeF(22, 22))
-        names.append(item.property("name").toString());
-    for (const QQuickItem* const child : item.childItems())
-        names.append(shownIcons(*child));
+    for (const QQuickItem* const shown : shownIn(item)) {
+        if (qobject_cast<const Icon*>(shown) && shown->size() == QSizeF(22, 22))
+            names.append(shown->property("name").toString());
+    }
     return names;
 }
 
