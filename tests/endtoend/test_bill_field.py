@@ -42,32 +42,20 @@ class BillField(EndToEndTest):
 
     def test_another_window_in_between_changes_nothing(self):
         vexilo = self.launch_with_hundred()
-        bystander = Bystander(self)
-        screen.activate(vexilo.window)
-        vexilo.expect_active()
-        vexilo.type_bill("12.")
+        self.type_and_go_to_another_window(vexilo, "12.")
 
-        bystander.take_keyboard()
-        vexilo.expect_active(False)
-        screen.activate(vexilo.window)
-        vexilo.expect_active()
+        self.come_back(vexilo)
         screen.type_text("50")
 
         vexilo.expect_bill_text("12.50")
 
     def test_a_sheet_that_is_opened_behind_another_window_leaves_the_field(self):
         vexilo = self.launch_with_hundred()
-        bystander = Bystander(self)
-        screen.activate(vexilo.window)
-        vexilo.expect_active()
-        vexilo.type_bill("12.")
-        bystander.take_keyboard()
-        vexilo.expect_active(False)
+        self.type_and_go_to_another_window(vexilo, "12.")
 
         vexilo.press_button("History")
         vexilo.expect(Role.DIALOG)
-        screen.activate(vexilo.window)
-        vexilo.expect_active()
+        self.come_back(vexilo)
 
         vexilo.expect_bill_text("12")
         screen.press_keys("Escape")
@@ -159,6 +147,17 @@ class BillField(EndToEndTest):
 
         self.expect_stored(vexilo, people="3")
         self.assertEqual(self.home.preferences()["bill"], "12.3456")
+
+    def type_and_go_to_another_window(self, vexilo, text):
+        bystander = Bystander(self)
+        self.come_back(vexilo)
+        vexilo.type_bill(text)
+        bystander.take_keyboard()
+        vexilo.expect_active(False)
+
+    def come_back(self, vexilo):
+        screen.activate(vexilo.window)
+        vexilo.expect_active()
 
     def launch_with_hundred(self):
         self.home.write_preferences(bill="100")
